@@ -1,0 +1,83 @@
+#include "resources/ResourceTables.h"
+
+namespace resources {
+namespace {
+constexpr uint32_t kLong = Code("long");
+constexpr uint32_t kText = Code("TEXT");
+constexpr uint32_t kDouble = Code("doub");
+} // namespace
+
+// Flags are typed `long` here although scripts carry them as booleans. The colour
+// preset keys stand twice; the names keep their odd spellings, which hosts show.
+const TerminologyParameter kTerminologyParameters[kTerminologyParameterCount] = {
+    {Code("NLBs"), "Effect in new layer", kLong},
+    {Code("WSOn"), "Use Wash", kLong},
+    {Code("NLWs"), "Effect on Mask", kLong},
+    {Code("WTp1"), "Type of Wash1", kLong},
+    {Code("WSt1"), "Stain Color of Wash1", kLong},
+    {Code("WFN1"), "Name of Wash1", kText},
+    {Code("WSc1"), "Scale of Wash1", kLong},
+    {Code("WIt1"), "Intensity of Wash1", kLong},
+    {Code("WFH1"), "Flip Wash1 Hor.", kLong},
+    {Code("WFV1"), "Flip Wash1 Ver.", kLong},
+    {Code("WIv1"), "Invert Wash1", kLong},
+    {Code("Isd1"), "Wash1 Inside", kLong},
+    {Code("WAg1"), "Wash1 Angle", kLong},
+    {Code("Cov1"), "Wash1 Coverage", kLong},
+    {Code("CSc1"), "Wash1 Coverage Scale", kLong},
+    {Code("EDs1"), "Wash1 Edge Distance", kLong},
+    {Code("ESf1"), "Wash1 Edge Softness", kLong},
+    {Code("Rnd1"), "Wash1 Ransomize", kLong},
+    {Code("W2Ex"), "Second Wash Exist", kLong},
+    {Code("Ctgr"), "Preset Category", kText},
+    {Code("HiCl"), "Hightlight Color", kLong},
+    {Code("MdCl"), "Midtone Color", kLong},
+    {Code("SdCl"), "Shadow Color", kLong},
+    {Code("Ctgr"), "Preset Category", kText},
+    {Code("HiCl"), "Hightlight Color", kLong},
+    {Code("MdCl"), "Midtone Color", kLong},
+    {Code("SdCl"), "Shadow Color", kLong},
+    {Code("SfOn"), "Surface Use", kLong},
+    {Code("SFV1"), "Flip Surf1 Ver.", kLong},
+    {Code("SFH1"), "Flip Surf1 Hor.", kLong},
+    {Code("SAg1"), "Surf1 Angle", kLong},
+    {Code("SFN1"), "Surface1 Name", kText},
+    {Code("SfEn"), "Surface Entire whole", kLong},
+    {Code("SInW"), "Include Wash Area", kLong},
+    {Code("SDh1"), "Surface1 Depth", kLong},
+    {Code("SSc1"), "Surface1 Scale", kLong},
+    {Code("SIn1"), "Surface1 Invert", kLong},
+    {Code("SPO1"), "Surface Perspective On", kLong},
+    {Code("STp1"), "Type of Surface1", kLong},
+    {Code("SBRH"), "Surface Brightness", kLong},
+    {Code("SfCn"), "Surface Contrast", kLong},
+    {Code("SHue"), "Surface Hue", kLong},
+    {Code("SfIn"), "Surface Intensity", kLong},
+    {Code("SMD1"), "Surface Midtone", kLong},
+    {Code("SHC1"), "Surface Hightlight Color", kLong},
+    {Code("SMC1"), "Surface Midtone Color", kLong},
+    {Code("SSC1"), "Surface Shadow Color", kLong},
+    {Code("SAp1"), ";Surface light alpha", kDouble},
+    {Code("SBt1"), ";Surface light beta", kDouble},
+    {Code("Sf2E"), "Surface2 Exists", kLong},
+    {Code("BkOn"), "Use Background", kLong},
+    {Code("BkFN"), "Name of Background", kText},
+    {Code("NLSf"), "Surface in new layer", kLong},
+    {Code("NLBk"), "Background in new layer", kLong},
+    {Code("BkEn"), "Background Entire whole", kLong},
+    {Code("BFpH"), "Background Flip Hor.", kLong},
+    {Code("BFpV"), "Background Flip Ver.", kLong},
+    {Code("BAng"), "Back Angle", kLong},
+    {Code("BInv"), "Background Invert", kLong},
+    {Code("BScl"), "Background Scale", kLong},
+    {Code("BHLt"), "Background Highlight", kLong},
+    {Code("BMdt"), "Background Midtone", kLong},
+    {Code("BSdw"), "Background Shadow", kLong},
+    {Code("BHue"), "Background Hue", kLong},
+    {Code("BEnh"), "Background Enhanced Mode", kLong},
+    {Code("BHCl"), "Background Highlight Color", kLong},
+    {Code("BMCl"), "Background Midtone Color", kLong},
+    {Code("BSCl"), "Background Shadow Color", kLong},
+};
+
+} // namespace resources

@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Runs a Win64 program under wine with a private prefix: wine-run.sh PREFIX PROGRAM [ARGS...]
+# A virtual display is started when there is none, since dialogs may open.
+set -euo pipefail
+export WINEPREFIX="$(realpath -m "$1")"; shift
+export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" WINEARCH=win64
+wine=/usr/lib/wine/wine64
+[ -x "$wine" ] || wine=$(command -v wine64 || command -v wine)
+if [ ! -f "$WINEPREFIX/system.reg" ]; then
+  mkdir -p "$WINEPREFIX"
+  # First use: build the prefix once, under a lock so parallel tests wait for it.
+  exec 9>"$WINEPREFIX.lock"
+  flock 9
+  [ -f "$WINEPREFIX/system.reg" ] || { "$wine" wineboot --init >/dev/null 2>&1 || true; /usr/lib/wine/wineserver -w 2>/dev/null || wineserver -w || true; }
+  flock -u 9
+fi
+if [ -z "${DISPLAY:-}" ] && command -v xvfb-run >/dev/null; then
+  exec xvfb-run -a -s "-screen 0 1280x1024x24" "$wine" "$@"
+fi
+exec "$wine" "$@"
