@@ -4,6 +4,7 @@
 #include <cstring>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 namespace hostsim {
 namespace {

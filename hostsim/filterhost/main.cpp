@@ -1,0 +1,351 @@
+// filterhost: runs a filter plug-in over a PAM picture with hostsim, as an action step with
+// the descriptor given on the command line. The Windows build loads any .8bf by path; the
+// native build runs the plug-in linked into it.
+#ifdef _WIN32
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+#else
+#include "host/PluginMain.h"
+#endif
+
+#include "hostsim/Host.h"
+#include "hostsim/Pam.h"
+#include "hostsim/Registry.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace hostsim;
+
+constexpr int kExitOk = 0;
+constexpr int kExitUsage = 1;
+constexpr int kExitInput = 2;
+constexpr int kExitPlugin = 3;
+
+const char kHelp[] =
+    "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OUT.pam [--selection MASK.pam]\n"
+    "                  [--dialog] [--cmyk] [--registry FILE] [--no-suite NAME]... [KEY=VALUE]...\n"
+    "\n"
+    "Runs a filter plug-in over a picture as a host plays an action step: Parameters, Prepare,\n"
+    "Start, Continue while the plug-in asks for data, Finish; then writes the result.\n"
+    "\n"
+    "  --plugin PATH.8bf   the module to load (Windows build only; default: Quenzit64.8bf beside\n"
+    "                      this program). The native build runs the plug-in linked into it.\n"
+    "  --in IN.pam         the picture: a PAM (P7) file, MAXVAL 255, TUPLTYPE RGB, RGB_ALPHA,\n"
+    "                      CMYK, CMYK_ALPHA or GRAYSCALE. An alpha plane becomes the layer's\n"
+    "                      transparency. CMYK samples are ink amounts (0 = no ink).\n"
+    "  --out OUT.pam       where the result goes, in the picture's own tuple type.\n"
+    "  --selection MASK.pam  a GRAYSCALE PAM of the same size: the selection (255 = selected).\n"
+    "  --dialog            play the step with its dialog (playInfo 1); default: dialog off (0).\n"
+    "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
+    "                      conversion); the result is then written as CMYK.\n"
+    "  --registry FILE     the descriptor registry: read before the run when FILE exists, and its\n"
+    "                      persistent entries written back after it.\n"
+    "  --no-suite NAME     play a host without NAME (may be repeated). NAME is a suite's full\n"
+    "                      name or one of: descriptor, list, reference, control, registry,\n"
+    "                      colorspace, channelports (suites); basic (no basic suite at all),\n"
+    "                      bigdocument, descriptorparameters, channelportprocs, documentinfo,\n"
+    "                      colorservices (record fields left empty).\n"
+    "  KEY=VALUE           one key of the played descriptor. KEY is a four-character code; the\n"
+    "                      value's type follows its form: true or false is a boolean, a whole\n"
+    "                      number an integer, a number with a dot or exponent a float, \"quoted\"\n"
+    "                      or anything else text. KEY:long=, KEY:doub=, KEY:bool=, KEY:TEXT= and\n"
+    "                      KEY:UntFxxxx= (a unit float, xxxx the unit, e.g. KEY:UntF#Prc=50) give\n"
+    "                      the type. Without any, an empty descriptor is played.\n"
+    "  --help              this text.\n"
+    "\n"
+    "Exit status: 0 done; 1 usage error; 2 an input could not be read, the plug-in could not be\n"
+    "loaded or the output could not be written; 3 the plug-in returned an error (printed).\n";
+
+int Usage(const std::string& message) {
+    std::fprintf(stderr, "filterhost: %s\n(filterhost --help tells the options)\n", message.c_str());
+    return kExitUsage;
+}
+
+uint32 Code(const std::string& s) {
+    return (uint32(uint8(s[0])) << 24) | (uint32(uint8(s[1])) << 16) | (uint32(uint8(s[2])) << 8) | uint8(s[3]);
+}
+
+bool ParseInt(const std::string& s, int32& out) {
+    if (s.empty()) return false;
+    errno = 0;
+    char* end = nullptr;
+    const long long v = std::strtoll(s.c_str(), &end, 10);
+    if (errno || *end || v < INT32_MIN || v > INT32_MAX) return false;
+    out = int32(v);
+    return true;
+}
+
+bool ParseDouble(const std::string& s, double& out) {
+    if (s.empty()) return false;
+    errno = 0;
+    char* end = nullptr;
+    out = std::strtod(s.c_str(), &end);
+    return !errno && !*end;
+}
+
+bool IsInteger(const std::string& s) {
+    size_t i = (s[0] == '+' || s[0] == '-') ? 1 : 0;
+    if (i >= s.size()) return false;
+    for (; i < s.size(); ++i)
+        if (s[i] < '0' || s[i] > '9') return false;
+    return true;
+}
+
+// KEY=VALUE or KEY:TYPE=VALUE into the descriptor; "" or what is wrong.
+std::string AddKey(const std::string& arg, Descriptor& d) {
+    const size_t eq = arg.find('=', 4);
+    if (arg.size() < 5 || eq == std::string::npos || (eq != 4 && arg[4] != ':'))
+        return "\"" + arg + "\" is not KEY=VALUE with a four-character key";
+    const uint32 key = Code(arg);
+    const std::string type = eq == 4 ? "" : arg.substr(5, eq - 5);
+    const std::string value = arg.substr(eq + 1);
+    int32 i = 0;
+    double f = 0;
+    if (type.empty()) {
+        if (value == "true" || value == "false") d.PutBoolean(key, value == "true");
+        else if (IsInteger(value) && ParseInt(value, i)) d.PutInteger(key, i);
+        else if (value.find_first_of(".eE") != std::string::npos && ParseDouble(value, f)) d.PutFloat(key, f);
+        else if (value.size() >= 2 && value.front() == '"' && value.back() == '"') d.PutText(key, value.substr(1, value.size() - 2));
+        else d.PutText(key, value);
+    } else if (type == "long") {
+        if (!ParseInt(value, i)) return "\"" + value + "\" is not an integer";
+        d.PutInteger(key, i);
+    } else if (type == "doub") {
+        if (!ParseDouble(value, f)) return "\"" + value + "\" is not a number";
+        d.PutFloat(key, f);
+    } else if (type == "bool") {
+        if (value != "true" && value != "false" && value != "1" && value != "0")
+            return "\"" + value + "\" is not true, false, 1 or 0";
+        d.PutBoolean(key, value == "true" || value == "1");
+    } else if (type == "TEXT") {
+        d.PutText(key, value);
+    } else if (type.size() == 8 && type.compare(0, 4, "UntF") == 0) {
+        if (!ParseDouble(value, f)) return "\"" + value + "\" is not a number";
+        d.PutUnitFloat(key, Code(type.substr(4)), f);
+    } else {
+        return "unknown type \"" + type + "\" (long, doub, bool, TEXT or UntF followed by a unit)";
+    }
+    return "";
+}
+
+// Applies one --no-suite name to the options.
+void OmitSuite(const std::string& name, HostOptions& options) {
+    if (name == "basic") options.basicSuite = false;
+    else if (name == "bigdocument") options.bigDocumentData = false;
+    else if (name == "descriptorparameters") options.descriptorParameters = false;
+    else if (name == "channelportprocs") options.channelPortProcs = false;
+    else if (name == "documentinfo") options.documentInfo = false;
+    else if (name == "colorservices") options.colorServices = false;
+    else if (name == "descriptor") options.omitSuites.push_back(kPSActionDescriptorSuite);
+    else if (name == "list") options.omitSuites.push_back(kPSActionListSuite);
+    else if (name == "reference") options.omitSuites.push_back(kPSActionReferenceSuite);
+    else if (name == "control") options.omitSuites.push_back(kPSBasicActionControlSuite);
+    else if (name == "registry") options.omitSuites.push_back(kPSDescriptorRegistrySuite);
+    else if (name == "colorspace") options.omitSuites.push_back(kPSColorSpaceSuite);
+    else if (name == "channelports") options.omitSuites.push_back(kPSChannelPortsSuite);
+    else options.omitSuites.push_back(name);
+}
+
+// Flips CMYK colour samples between ink amounts (files) and the host's inverted bytes.
+void InvertInk(std::vector<uint8>& data, int planes) {
+    for (size_t i = 0; i < data.size(); ++i)
+        if (i % size_t(planes) < 4) data[i] = uint8(255 - data[i]);
+}
+
+// RGB(A) samples to the host's CMYK(A), through the colour space suite's conversion.
+std::vector<uint8> RgbToCmyk(const std::vector<uint8>& rgb, int planes) {
+    const size_t pixels = rgb.size() / size_t(planes);
+    std::vector<uint8> out(pixels * size_t(planes + 1));
+    std::vector<uint8> bytes;
+    for (size_t start = 0; start < pixels; start += 32767) {
+        const size_t n = std::min<size_t>(32767, pixels - start);
+        bytes.assign(n * 4, 0);
+        for (size_t i = 0; i < n; ++i)
+            for (size_t c = 0; c < 3; ++c) bytes[i * 4 + c + 1] = rgb[(start + i) * size_t(planes) + c];
+        Convert8(plugIncolorServicesRGBSpace, plugIncolorServicesCMYKSpace, reinterpret_cast<Color8*>(bytes.data()),
+                 int16(n));
+        for (size_t i = 0; i < n; ++i) {
+            uint8* o = &out[(start + i) * size_t(planes + 1)];
+            std::memcpy(o, &bytes[i * 4], 4);
+            if (planes == 4) o[4] = rgb[(start + i) * 4 + 3];
+        }
+    }
+    return out;
+}
+
+const char* ErrorName(int16 err) {
+    switch (err) {
+    case userCanceledErr: return "user cancelled";
+    case memFullErr: return "out of memory";
+    case paramErr: return "bad parameter";
+    case filterBadParameters: return "bad filter parameters";
+    case filterBadMode: return "image mode not supported";
+    case errPlugInHostInsufficient: return "host insufficient";
+    case errReportString: return "reported";
+    default: return err > 0 ? "the plug-in has told the user" : "error";
+    }
+}
+
+#ifdef _WIN32
+std::string DefaultPlugin() {
+    char exe[MAX_PATH];
+    const DWORD n = GetModuleFileNameA(nullptr, exe, MAX_PATH);
+    std::string path(exe, n);
+    return path.substr(0, path.find_last_of("\\/") + 1) + "Quenzit64.8bf";
+}
+#endif
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::string plugin, inPath, outPath, selectionPath, registryPath;
+    bool dialog = false, cmyk = false;
+    HostOptions options;
+    Descriptor played;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        const auto value = [&](std::string& into) {
+            if (i + 1 >= argc) return false;
+            into = argv[++i];
+            return true;
+        };
+        std::string name;
+        if (arg == "--help" || arg == "-h") {
+            std::fputs(kHelp, stdout);
+            return kExitOk;
+        } else if (arg == "--plugin") {
+            if (!value(plugin)) return Usage("--plugin needs a path");
+        } else if (arg == "--in") {
+            if (!value(inPath)) return Usage("--in needs a path");
+        } else if (arg == "--out") {
+            if (!value(outPath)) return Usage("--out needs a path");
+        } else if (arg == "--selection") {
+            if (!value(selectionPath)) return Usage("--selection needs a path");
+        } else if (arg == "--registry") {
+            if (!value(registryPath)) return Usage("--registry needs a path");
+        } else if (arg == "--no-suite") {
+            if (!value(name)) return Usage("--no-suite needs a name");
+            OmitSuite(name, options);
+        } else if (arg == "--dialog") {
+            dialog = true;
+        } else if (arg == "--cmyk") {
+            cmyk = true;
+        } else if (arg.compare(0, 2, "--") == 0) {
+            return Usage("unknown option " + arg);
+        } else {
+            const std::string err = AddKey(arg, played);
+            if (!err.empty()) return Usage(err);
+        }
+    }
+    if (inPath.empty() || outPath.empty()) return Usage("--in and --out are required");
+
+    PluginEntry entry = nullptr;
+#ifdef _WIN32
+    if (plugin.empty()) plugin = DefaultPlugin();
+    HMODULE module = LoadLibraryA(plugin.c_str());
+    FARPROC proc = module ? GetProcAddress(module, "PluginMain") : nullptr;
+    if (!proc) {
+        std::fprintf(stderr, "filterhost: cannot load PluginMain from %s\n", plugin.c_str());
+        return kExitInput;
+    }
+    static_assert(sizeof entry == sizeof proc);
+    std::memcpy(&entry, &proc, sizeof entry);
+#else
+    if (!plugin.empty()) return Usage("--plugin needs the Windows build; this one runs the plug-in linked into it");
+    entry = &PluginMain;
+#endif
+
+    PamImage image;
+    std::string error;
+    if (!ReadPam(inPath, image, error)) {
+        std::fprintf(stderr, "filterhost: %s\n", error.c_str());
+        return kExitInput;
+    }
+    int16 mode = image.tupleType == "GRAYSCALE" ? plugInModeGrayScale
+               : image.tupleType.compare(0, 4, "CMYK") == 0 ? plugInModeCMYKColor : plugInModeRGBColor;
+    std::vector<uint8> samples = std::move(image.data);
+    int planes = image.depth;
+    if (mode == plugInModeCMYKColor) {
+        InvertInk(samples, planes);
+    } else if (cmyk && mode == plugInModeRGBColor) {
+        samples = RgbToCmyk(samples, planes);
+        mode = plugInModeCMYKColor;
+        ++planes;
+    }
+    Document doc = MakeDocument(image.width, image.height, mode, 8, samples, planes);
+    if (!selectionPath.empty()) {
+        PamImage mask;
+        if (!ReadPam(selectionPath, mask, error)) {
+            std::fprintf(stderr, "filterhost: %s\n", error.c_str());
+            return kExitInput;
+        }
+        if (mask.tupleType != "GRAYSCALE" || mask.width != image.width || mask.height != image.height) {
+            std::fprintf(stderr, "filterhost: %s: the selection must be a GRAYSCALE PAM of the picture's size\n",
+                         selectionPath.c_str());
+            return kExitInput;
+        }
+        doc.selection = std::move(mask.data);
+    }
+    const std::string docError = doc.Validate();
+    if (!docError.empty()) {
+        std::fprintf(stderr, "filterhost: %s: %s\n", inPath.c_str(), docError.c_str());
+        return kExitInput;
+    }
+
+    auto registry = std::make_shared<Registry>();
+    if (!registryPath.empty()) {
+        if (std::FILE* f = std::fopen(registryPath.c_str(), "rb")) {
+            std::fclose(f);
+            if (!registry->Load(registryPath)) {
+                std::fprintf(stderr, "filterhost: %s is not a registry file\n", registryPath.c_str());
+                return kExitInput;
+            }
+        }
+    }
+    options.registry = registry;
+
+    Host host(std::move(doc), options, entry);
+    if (!host.DocumentError().empty()) {
+        std::fprintf(stderr, "filterhost: %s\n", host.DocumentError().c_str());
+        return kExitInput;
+    }
+    const int16 playInfo = dialog ? plugInDialogDisplay : plugInDialogDontDisplay;
+    const int16 result = host.PlayAction(played, playInfo);
+    for (const std::string& m : host.TakeMisuse()) std::fprintf(stderr, "filterhost: host noticed: %s\n", m.c_str());
+
+    if (!registryPath.empty() && !registry->Save(registryPath)) {
+        std::fprintf(stderr, "filterhost: cannot write %s\n", registryPath.c_str());
+        return kExitInput;
+    }
+    if (result != noErr) {
+        std::fprintf(stderr, "filterhost: the plug-in returned %d (%s)%s%s\n", int(result), ErrorName(result),
+                     host.ErrorString().empty() ? "" : ": ", host.ErrorString().c_str());
+        return kExitPlugin;
+    }
+
+    PamImage out;
+    out.width = host.Doc().width;
+    out.height = host.Doc().height;
+    out.data = host.Doc().TargetInterleaved(true);
+    out.depth = host.Doc().ColourPlanes() + (host.Doc().Target().transparency.empty() ? 0 : 1);
+    const bool outCmyk = host.Doc().imageMode == plugInModeCMYKColor;
+    if (outCmyk) InvertInk(out.data, out.depth);
+    const bool outAlpha = out.depth != host.Doc().ColourPlanes();
+    out.tupleType = mode == plugInModeGrayScale ? "GRAYSCALE"
+                  : std::string(outCmyk ? "CMYK" : "RGB") + (outAlpha ? "_ALPHA" : "");
+    if (!WritePam(outPath, out, error)) {
+        std::fprintf(stderr, "filterhost: %s\n", error.c_str());
+        return kExitInput;
+    }
+    return kExitOk;
+}
