@@ -3,7 +3,8 @@
 # A virtual display is started when there is none, since dialogs may open.
 set -euo pipefail
 export WINEPREFIX="$(realpath -m "$1")"; shift
-export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" WINEARCH=win64
+# No crash debugger: a crash must fail the test, not wait for someone to attach.
+export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d" WINEARCH=win64
 wine=/usr/lib/wine/wine64
 [ -x "$wine" ] || wine=$(command -v wine64 || command -v wine)
 if [ ! -f "$WINEPREFIX/system.reg" ]; then

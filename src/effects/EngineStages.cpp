@@ -1,0 +1,15 @@
+// The stages before their texture work exists: they keep the flags honest so the
+// driver's bookkeeping and progress are exactly those of a full render.
+// (PrepareLayerTexture lives with the texture loading.)
+#include "effects/Engine.h"
+
+void BuildCoverageNoise(EffectLayer& layer) { layer.CoverageDirty = 0; }
+void BuildWashEdge(EffectLayer& layer) { layer.EdgeDirty = 0; }
+void CompositeWash(EffectLayer&) {}
+void CompositeWashToMask(EffectLayer&) {}
+void BuildSurfaceRelief(bool, bool) {}
+void SurfaceAlphaFromSource() {}
+void ShadeSurface() {}
+void MergeSurfaceResult() {}
+void PlaceBackground() {}
+void CompositeBackground() {}

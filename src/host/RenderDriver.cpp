@@ -1,0 +1,193 @@
+#include "host/RenderDriver.h"
+
+#include "effects/Engine.h"
+#include "host/Acquisition.h"
+#include "host/Parameters.h"
+#include "host/Progress.h"
+#include "host/Session.h"
+#include "platform/PageMemory.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+bool KeepWashArea = false;
+uint8_t* WashAreaBuffer = nullptr;
+bool WashToMaskRun = false;
+bool BackgroundWithheld = false;
+int32_t SurfacePassCode = 0;
+
+namespace {
+
+size_t WashAreaBytes = 0;
+
+bool DocumentHasTransparency() {
+    return gFilterRecord->planes >= (ModeIsCMYK ? 5 : 4);
+}
+
+bool WashesWanted() { return gParams->UseWash || WashToMaskRun; }
+
+void EnsureEdgeMaskWork(EffectLayer& layer) {
+    if (!layer.EdgeMaskWork)
+        layer.EdgeMaskWork = static_cast<uint8_t*>(std::calloc(size_t(ImageWidth) * ImageHeight, 1));
+}
+
+// Runs the stages the flags ask for; the last one composes on the picture or the mask.
+void RenderWash(EffectLayer& layer, void (*compose)(EffectLayer&)) {
+    if (!layer.Source || !LayerHasTexture(layer)) return;
+    const int32_t span = ProgressSpan;
+    const int32_t start = ProgressPercent;
+    const int32_t parts = (layer.GeometryDirty ? 2 : 1) + (layer.CoverageDirty ? 3 : 0) + (layer.EdgeDirty ? 1 : 0);
+    const int32_t unit = span / parts;
+    if (layer.GeometryDirty) {
+        ProgressSpan = unit;
+        PrepareLayerTexture(layer);
+        ProgressPercent += ProgressSpan;
+    }
+    if (layer.CoverageDirty) {
+        ProgressSpan = span * 3 / parts;
+        BuildCoverageNoise(layer);
+        ProgressPercent += ProgressSpan;
+    }
+    if (layer.EdgeDirty) {
+        ProgressSpan = unit;
+        BuildWashEdge(layer);
+        ProgressPercent += ProgressSpan;
+    }
+    ProgressSpan = unit;
+    compose(layer);
+    ProgressPercent = start;
+}
+
+} // namespace
+
+void FreeWashAreaBuffer() {
+    FreePages(WashAreaBuffer, WashAreaBytes);
+    WashAreaBuffer = nullptr;
+    WashAreaBytes = 0;
+}
+
+void AdoptWashAreaBuffer(uint8_t* buffer) {
+    FreeWashAreaBuffer();
+    WashAreaBuffer = buffer;
+    WashAreaBytes = buffer ? size_t(ImageHeight) * WorkRowBytes : 0;
+}
+
+uint8_t* ReleaseWashAreaBuffer() {
+    WashAreaBytes = 0;
+    return std::exchange(WashAreaBuffer, nullptr);
+}
+
+void RenderWashLayer(EffectLayer& layer) { RenderWash(layer, CompositeWash); }
+void RenderWashToMask(EffectLayer& layer) { RenderWash(layer, CompositeWashToMask); }
+
+void ResetWorkImage() {
+    // The wash edge masks are sampled here as well once the washes have them.
+    for (int32_t y = 0; y < ImageHeight; ++y) {
+        std::memcpy(WorkImage + size_t(y) * WorkRowBytes, SourceImage + size_t(y) * WorkRowBytes,
+                    size_t(ImageWidth) * 4);
+        ReportProgress(float(ProgressPercent + ProgressSpan * y / ImageHeight), 100);
+    }
+}
+
+void RenderLayers(int32_t view) {
+    ReportProgress(10, 100);
+    ProgressPercent = 10;
+
+    const FilterParameters& p = *gParams;
+    FreeWashAreaBuffer();
+    KeepWashArea = WashesWanted() && p.UseSurface && p.SurfaceEntire && p.SurfaceIncludeWashArea &&
+                   DocumentHasTransparency();
+    if (KeepWashArea) {
+        WashAreaBytes = size_t(ImageHeight) * WorkRowBytes;
+        WashAreaBuffer = static_cast<uint8_t*>(AllocatePages(WashAreaBytes));
+    }
+
+    if (view == ViewCodeBackground) {
+        std::memset(WorkImage, 0, size_t(ImageHeight) * WorkRowBytes);
+    } else {
+        if (WashesWanted()) {
+            EnsureEdgeMaskWork(WashLayers[0]);
+            if (p.SecondWashExists) EnsureEdgeMaskWork(WashLayers[1]);
+            if (WashLayers[0].EdgeDirty) BuildWashEdge(WashLayers[0]);
+            if (p.SecondWashExists && WashLayers[1].EdgeDirty) BuildWashEdge(WashLayers[1]);
+        }
+
+        const bool surfaceView = view == ViewCodeComposite || view == ViewCodeSurfaceOne || view == ViewCodeSurfaceTwo;
+        if (p.UseSurface && surfaceView) {
+            bool used1 = false, used2 = false;
+            if ((view == ViewCodeComposite || view == ViewCodeSurfaceOne) && LayerHasTexture(SurfaceLayers[0])) {
+                if (SurfaceLayers[0].GeometryDirty) PrepareLayerTexture(SurfaceLayers[0]);
+                ProgressPercent = 20;
+                ReportProgress(float(ProgressPercent), 100);
+                used1 = true;
+            }
+            if (p.SecondSurfaceExists && (view == ViewCodeComposite || view == ViewCodeSurfaceTwo) &&
+                LayerHasTexture(SurfaceLayers[1])) {
+                if (SurfaceLayers[1].GeometryDirty) PrepareLayerTexture(SurfaceLayers[1]);
+                used2 = true;
+            }
+            ProgressPercent = 30;
+            ReportProgress(float(ProgressPercent), 100);
+            if (used1 || used2) {
+                BuildSurfaceRelief(used1, used2);
+                SurfaceAlphaFromSource();
+                ProgressSpan = 10;
+                ShadeSurface();
+                ProgressPercent = 40;
+                ReportProgress(float(ProgressPercent), 100);
+                MergeSurfaceResult();
+            } else {
+                ResetWorkImage();
+            }
+        } else {
+            ProgressSpan = 50 - ProgressPercent;
+            ResetWorkImage();
+        }
+
+        if (SurfacePassCode == 1 && p.SurfaceIncludeWashArea && p.SurfaceEntire) {
+            ReportProgress(float(ProgressPercent), 100);
+            return;
+        }
+
+        ProgressPercent = 50;
+        ReportProgress(float(ProgressPercent), 100);
+        if (p.UseWash) {
+            if (view < ViewCodeWashTwo) {
+                ProgressSpan = 60 - ProgressPercent;
+                RenderWashLayer(WashLayers[0]);
+                ProgressPercent = 60;
+            }
+            ReportProgress(float(ProgressPercent), 100);
+            if (p.SecondWashExists && (view == ViewCodeComposite || view == ViewCodeWashTwo)) {
+                ProgressSpan = 70 - ProgressPercent;
+                RenderWashLayer(WashLayers[1]);
+            }
+        }
+    }
+
+    ProgressPercent = 70;
+    ReportProgress(float(ProgressPercent), 100);
+    if (SurfacePassCode == 1) {
+        ReportProgress(float(ProgressPercent), 100);
+        return;
+    }
+
+    if (p.UseBackground && LayerHasTexture(BackgroundLayer)) {
+        if (BackgroundLayer.GeometryDirty) {
+            ProgressSpan = 10;
+            PrepareLayerTexture(BackgroundLayer);
+            BackgroundLayer.GeometryDirty = 0;
+            ProgressPercent = 80;
+        }
+        ReportProgress(float(ProgressPercent), 100);
+        ProgressSpan = 90 - ProgressPercent;
+        PlaceBackground();
+        ProgressPercent = 90;
+        ReportProgress(float(ProgressPercent), 100);
+        ProgressSpan = 100 - ProgressPercent;
+        CompositeBackground();
+    }
+    ProgressPercent = 100;
+    ReportProgress(float(ProgressPercent), 100);
+}

@@ -1,0 +1,35 @@
+// The staged render: the layers drawn in a fixed order into WorkImage with a
+// percent mark at each stage. The same code serves the preview and the final run.
+#pragma once
+
+#include "effects/EffectLayer.h"
+
+#include <cstdint>
+
+enum ViewCode : int32_t {
+    ViewCodeComposite = 0,
+    ViewCodeWashOne = 1,
+    ViewCodeWashTwo = 2,
+    ViewCodeBackground = 3,
+    ViewCodeSurfaceOne = 4,
+    ViewCodeSurfaceTwo = 5,
+    ViewCodeOriginal = 6,
+};
+
+extern bool KeepWashArea;       // WashAreaBuffer is live in this run
+extern uint8_t* WashAreaBuffer; // ImageHeight * WorkRowBytes bytes
+
+// Set by RunFilter before a render.
+extern bool WashToMaskRun;
+extern bool BackgroundWithheld;
+extern int32_t SurfacePassCode;
+
+void RenderLayers(int32_t view);
+void RenderWashLayer(EffectLayer& layer);
+void RenderWashToMask(EffectLayer& layer);
+void ResetWorkImage();
+void FreeWashAreaBuffer();
+// The buffer handed over from a run to the mask pass of a later one (page memory of
+// ImageHeight * WorkRowBytes bytes): adopted as this run's, or let go without freeing.
+void AdoptWashAreaBuffer(uint8_t* buffer);
+uint8_t* ReleaseWashAreaBuffer();

@@ -1,0 +1,173 @@
+// Passes, pass-through and write-back of a run, through hostsim and the real PluginMain.
+#include "ShellFixture.h"
+
+#include "hostsim/ColorSpace.h"
+#include "hostsim/Registry.h"
+#include "host/Acquisition.h"
+#include "host/ScriptParameters.h"
+#include "host/RunFilter.h"
+#include "host/Session.h"
+
+#include <cstring>
+
+using namespace shelltest;
+
+namespace {
+
+bool Rendered(const hostsim::Host& host) {
+    for (const auto& c : host.Progress())
+        if (c.done == 100 && c.total == 100) return true;
+    return false;
+}
+
+bool RecordedFlag(const hostsim::Host& host, const char (&key)[5]) {
+    bool v = false;
+    return host.Recorded().GetBoolean(FourCC(key), v) && v;
+}
+
+hostsim::Descriptor Off(std::initializer_list<std::pair<const char*, int32>> flags, bool wash = false) {
+    hostsim::Descriptor d = AllEffectsOff();
+    if (wash) d.PutText(FourCC("WFN1"), "Scratched.qzt");
+    for (auto [key, value] : flags) {
+        const DescriptorKeyID k = FourCC(*reinterpret_cast<const char(*)[5]>(key));
+        if (std::strcmp(key, "ILNS") == 0)
+            d.PutInteger(k, value);
+        else
+            d.PutBoolean(k, value != 0);
+    }
+    return d;
+}
+
+} // namespace
+
+TEST(Passes, EffectInNewLayerPassesThroughThenRenders) {
+    auto host = MakeHost(RgbDocument(24, 16));
+    const std::vector<uint8> before = host->Doc().TargetInterleaved();
+    ASSERT_EQ(host->PlayAction(Off({{"NLBs", 1}}), plugInDialogDontDisplay), noErr);
+    EXPECT_FALSE(Rendered(*host));
+    EXPECT_EQ(host->Doc().TargetInterleaved(), before) << "the first pass changes nothing";
+    EXPECT_TRUE(RecordedFlag(*host, "ILNL")) << "and leaves a note for the next run";
+
+    // The host's action repeats the filter on the new layer with the note played back.
+    auto next = MakeHost(RgbDocument(24, 16));
+    ASSERT_EQ(next->PlayAction(Off({{"NLBs", 1}, {"ILNL", 1}}), plugInDialogDontDisplay), noErr);
+    EXPECT_TRUE(Rendered(*next));
+    EXPECT_FALSE(RecordedFlag(*next, "ILNL"));
+    ExpectNoMisuse(*host);
+    ExpectNoMisuse(*next);
+}
+
+TEST(Passes, SurfaceLayerWithoutPendingPassNeverRenders) {
+    auto host = MakeHost(RgbDocument(20, 10));
+    const std::vector<uint8> before = host->Doc().TargetInterleaved();
+    hostsim::Descriptor d = Off({{"NLSf", 1}});
+    d.PutText(FourCC("SFN1"), "Battleship.qzt");
+    d.PutBoolean(FourCC("SfOn"), true);
+    for (int run = 0; run < 3; ++run) {
+        ASSERT_EQ(host->PlayAction(d, plugInDialogDontDisplay), noErr);
+        EXPECT_FALSE(Rendered(*host)) << "run " << run;
+        EXPECT_FALSE(RecordedFlag(*host, "ILNL")) << "no flag changes";
+    }
+    EXPECT_EQ(host->Doc().TargetInterleaved(), before);
+}
+
+TEST(Passes, WithoutActionSuitesEveryRunRenders) {
+    hostsim::HostOptions options;
+    options.omitSuites = {kPSActionReferenceSuite};
+    auto host = MakeHost(RgbDocument(20, 10), options);
+    ASSERT_EQ(host->PlayAction(Off({{"NLBs", 1}, {"NLBk", 1}}), plugInDialogDontDisplay), noErr);
+    EXPECT_TRUE(Rendered(*host)) << "layer options are ignored";
+    EXPECT_FALSE(RecordedFlag(*host, "ILNL"));
+}
+
+TEST(Passes, EffectOnMaskIsIgnoredInAFlatDocument) {
+    auto host = MakeHost(RgbDocument(20, 10));
+    ASSERT_EQ(host->PlayAction(Off({{"NLWs", 1}}), plugInDialogDontDisplay), noErr);
+    EXPECT_TRUE(Rendered(*host));
+    hostsim::Descriptor settings;
+    ASSERT_TRUE(host->GetRegistry().Get(kSettingsKey, settings));
+    int32 low = -1, high = -1;
+    EXPECT_TRUE(settings.GetInteger(FourCC("SvE1"), low) && settings.GetInteger(FourCC("SE11"), high));
+    EXPECT_EQ(low, 0) << "no wash mask is kept";
+    EXPECT_EQ(high, 0);
+}
+
+TEST(Passes, MaskPassCopiesEveryPlaneThroughTheKeptBuffers) {
+    // Run one renders without the wash and keeps its masks; the host saves their addresses.
+    hostsim::HostOptions options;
+    options.registry = std::make_shared<hostsim::Registry>();
+    options.filterLayerMasks = true;
+    auto first = MakeHost(RgbDocument(16, 8, 4), options);
+    ASSERT_EQ(first->PlayAction(Off({{"NLWs", 1}}, true), plugInDialogDontDisplay), noErr);
+    EXPECT_TRUE(Rendered(*first));
+    hostsim::Descriptor settings;
+    ASSERT_TRUE(options.registry->Get(kSettingsKey, settings));
+    int32 low = 0;
+    EXPECT_TRUE(settings.GetInteger(FourCC("SvE1"), low) && low != 0) << "wash 1's mask is kept";
+
+    // Run two, on a layer with a mask plane, is the mask pass.
+    hostsim::Document masked = RgbDocument(16, 8, 4);
+    masked.Target().layerMask.assign(masked.PixelCount(), 200);
+    auto second = MakeHost(masked, options);
+    const std::vector<uint8> before = second->Doc().Target().pixels;
+    ASSERT_EQ(second->PlayAction(Off({{"NLWs", 1}, {"ILNW", 1}}, true), plugInDialogDontDisplay), noErr);
+    EXPECT_FALSE(RecordedFlag(*second, "ILNW")) << "the mask pass clears its note";
+    EXPECT_EQ(second->Doc().Target().pixels, before);
+    ExpectNoMisuse(*second);
+}
+
+TEST(WriteBack, FlatPicturesDarkenByTransparency) {
+    FilterRecord record{};
+    std::vector<uint8> out(2 * 3, 0xEE);
+    record.planes = 3;
+    record.outData = out.data();
+    record.outRowBytes = 6;
+    record.imageMode = plugInModeRGBColor;
+    gFilterRecord = &record;
+    uint8 work[8] = {200, 101, 7, 128, 200, 101, 7, 255};
+    WorkImage = work;
+    ImageWidth = 2, ImageHeight = 1, WorkRowBytes = 8;
+    ModeIsCMYK = Depth16 = DialogOpen = false;
+    WriteBack();
+    const float f = 128.0f / 255.0f;
+    EXPECT_EQ(out[0], uint8(200.0f * f));
+    EXPECT_EQ(out[1], uint8(101.0f * f));
+    EXPECT_EQ(out[2], 3) << "7 * 128 / 255 = 3.51 truncates";
+    EXPECT_EQ(out[3], 200) << "opaque pixels go out as they are";
+    WorkImage = nullptr;
+    gFilterRecord = nullptr;
+}
+
+TEST(WriteBack, TransparencyGoesOutUnchanged) {
+    auto host = MakeHost(RgbDocument(33, 17, 4));
+    const std::vector<uint8> before = host->Doc().TargetInterleaved();
+    ASSERT_EQ(host->PlayAction(AllEffectsOff(), plugInDialogDontDisplay), noErr);
+    EXPECT_EQ(host->Doc().TargetInterleaved(), before) << "alpha copied, colours not un-premultiplied";
+}
+
+TEST(WriteBack, CmykGoesThroughTheColourServices) {
+    for (int planes : {4, 5}) {
+        auto host = MakeHost(RgbDocument(19, 7, planes, plugInModeCMYKColor));
+        std::vector<uint8> expected = host->Doc().TargetInterleaved();
+        ASSERT_EQ(host->PlayAction(AllEffectsOff(), plugInDialogDontDisplay), noErr);
+        for (size_t i = 0; i < expected.size(); i += planes) {
+            Color8 c = {expected[i], expected[i + 1], expected[i + 2], expected[i + 3]};
+            hostsim::Convert8(2, 0, &c, 1);
+            if (planes == 4) c[0] = 255; // alpha 255 darkens nothing
+            hostsim::Convert8(0, 2, &c, 1);
+            std::memcpy(&expected[i], c, 4);
+        }
+        EXPECT_EQ(host->Doc().TargetInterleaved(), expected) << planes << " planes";
+    }
+}
+
+TEST(WriteBack, CmykBeyond32767ColumnsKeepsTheHostsPixels) {
+    auto host = MakeHost(RgbDocument(32800, 2, 4, plugInModeCMYKColor));
+    const std::vector<uint8> before = host->Doc().TargetInterleaved();
+    ASSERT_EQ(host->PlayAction(AllEffectsOff(), plugInDialogDontDisplay), noErr);
+    const std::vector<uint8> after = host->Doc().TargetInterleaved();
+    for (size_t y = 0; y < 2; ++y) {
+        const size_t from = (y * 32800 + 32767) * 4, to = (y + 1) * 32800 * 4;
+        EXPECT_TRUE(std::equal(before.begin() + from, before.begin() + to, after.begin() + from)) << "row " << y;
+    }
+}

@@ -1,0 +1,130 @@
+// The render driver's stage order and percent marks, with the engine's stages as they stand.
+#include "ShellFixture.h"
+
+#include "host/Acquisition.h"
+#include "host/Parameters.h"
+#include "host/Progress.h"
+#include "host/RenderDriver.h"
+#include "host/Session.h"
+
+#include <cstring>
+
+using namespace shelltest;
+
+namespace {
+
+std::vector<int32> gMarks;
+void QZ_HOSTCALL RecordProgress(int32 done, int32) { gMarks.push_back(done); }
+
+// A small final-run setting: the record, the layers and two work images of 4 rows.
+class RenderDriverTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        std::memset(&record_, 0, sizeof record_);
+        record_.progressProc = RecordProgress;
+        record_.planes = 3;
+        gFilterRecord = &record_;
+        std::memset(&params_, 0, sizeof params_);
+        gParams = &params_;
+        InitParameters();
+        DialogOpen = false;
+        ImageWidth = 5;
+        ImageHeight = 4;
+        WorkRowBytes = ImageWidth * 4;
+        source_.assign(size_t(ImageHeight) * WorkRowBytes, 77);
+        work_.assign(source_.size(), 0);
+        SourceImage = source_.data();
+        WorkImage = work_.data();
+    }
+    void TearDown() override {
+        DestroyEngine();
+        FreeWashAreaBuffer();
+        SourceImage = WorkImage = nullptr;
+        gParams = nullptr;
+        gFilterRecord = nullptr;
+    }
+    std::vector<int32> Render(int32 view) {
+        CreateEngine();
+        ProgressPercent = ProgressSpan = 0;
+        gMarks.clear();
+        RenderLayers(view);
+        return gMarks;
+    }
+    void NoTextures() {
+        for (char* name : {params_.WashFileName1, params_.WashFileName2, params_.SurfaceFileName1,
+                           params_.SurfaceFileName2, params_.BackgroundFileName})
+            std::strcpy(name, "No_Texture.qzt");
+    }
+
+    FilterRecord record_;
+    FilterParameters params_;
+    std::vector<uint8> source_, work_;
+};
+
+using Marks = std::vector<int32>;
+
+} // namespace
+
+TEST_F(RenderDriverTest, AllEffectsOffCopiesThePicture) {
+    NoTextures();
+    // ResetWorkImage reports a mark per row between 10 and 50.
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 10, 20, 30, 40, 50, 70, 100}));
+    EXPECT_EQ(work_, source_);
+}
+
+TEST_F(RenderDriverTest, SurfaceWithoutTexturesKeepsItsSpan) {
+    NoTextures();
+    params_.UseSurface = 1;
+    // CreateEngine recomputes UseSurface from the names; the driver sees it on again here.
+    CreateEngine();
+    params_.UseSurface = 1;
+    ProgressPercent = ProgressSpan = 0;
+    gMarks.clear();
+    RenderLayers(ViewCodeComposite);
+    EXPECT_EQ(gMarks, (Marks{10, 30, 30, 30, 30, 30, 50, 70, 100}));
+    EXPECT_EQ(work_, source_);
+}
+
+TEST_F(RenderDriverTest, DefaultsPassEveryMark) {
+    // Textures named, layers without pictures yet: every stage mark still comes in order.
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 50, 60, 70, 80, 90, 100}));
+}
+
+TEST_F(RenderDriverTest, BackgroundViewClearsTheWorkImage) {
+    params_.UseBackground = 0;
+    std::strcpy(params_.BackgroundFileName, "No_Texture.qzt");
+    EXPECT_EQ(Render(ViewCodeBackground), (Marks{10, 70, 100}));
+    EXPECT_EQ(work_, std::vector<uint8>(work_.size(), 0)) << "alpha too is 0";
+}
+
+TEST_F(RenderDriverTest, SingleLayerViews) {
+    params_.SecondWashExists = 1;
+    params_.SecondSurfaceExists = 1;
+    // Wash views skip the surface; the background still runs.
+    EXPECT_EQ(Render(ViewCodeWashOne), (Marks{10, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeWashTwo), (Marks{10, 10, 20, 30, 40, 50, 50, 70, 80, 90, 100}));
+    // Surface views draw no wash, though the wash stage still reports where it stands;
+    // only surface one has the 20 mark.
+    EXPECT_EQ(Render(ViewCodeSurfaceOne), (Marks{10, 20, 30, 40, 50, 50, 70, 80, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeSurfaceTwo), (Marks{10, 30, 40, 50, 50, 70, 80, 90, 100}));
+}
+
+TEST_F(RenderDriverTest, SurfacePassEndsBeforeTheBackground) {
+    SurfacePassCode = 1;
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 50, 60, 70, 70}));
+    params_.SurfaceEntire = params_.SurfaceIncludeWashArea = 1;
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 40}));
+    SurfacePassCode = 0;
+}
+
+TEST(RunFilterProgress, FinalRunReportsAcquisitionRenderAndTheEnd) {
+    auto host = MakeHost(RgbDocument(6, 3));
+    ASSERT_EQ(host->PlayAction(AllEffectsOff(), plugInDialogDontDisplay), noErr);
+    std::vector<std::pair<int32, int32>> calls;
+    for (const auto& c : host->Progress()) calls.emplace_back(c.done, c.total);
+    const std::vector<std::pair<int32, int32>> expected = {
+        {0, 100}, {5, 100}, {10, 100},                 // acquisition
+        {10, 100}, {10, 100}, {23, 100}, {36, 100},    // render: rows of the copy
+        {50, 100}, {70, 100}, {100, 100}, {100, 0}};   // and the end: the bar empties
+    EXPECT_EQ(calls, expected);
+}
