@@ -27,7 +27,7 @@ asan: deps
 win64: native
 	@cmake -S . -B $(WIN64) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	  -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake \
-	  -DQZ_RESGEN=$(CURDIR)/$(NATIVE)/tools/resgen/qz-resgen >/dev/null
+	  -DQZ_NATIVE_BUILD=$(CURDIR)/$(NATIVE) >/dev/null
 	@cmake --build $(WIN64) -j $(JOBS)
 
 test-native: native
