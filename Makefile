@@ -20,7 +20,7 @@ native: deps
 	@cmake --build $(NATIVE) -j $(JOBS)
 
 asan: deps
-	@cmake -S . -B $(ASAN) -DCMAKE_BUILD_TYPE=Debug -DQZ_SANITIZE=ON >/dev/null
+	@cmake -S . -B $(ASAN) -DCMAKE_BUILD_TYPE=Debug -DQZ_SANITIZE=ON -DQZ_DATA=OFF >/dev/null
 	@cmake --build $(ASAN) -j $(JOBS)
 
 # The cross build takes its resource generator from the native build.
@@ -45,7 +45,7 @@ test-win64: win64
 test: test-native test-asan test-win64
 
 demo: win64
-	@bash tools/stage-dist.sh $(WIN64)/bin dist/Quenzit-win64
+	@bash tools/stage-dist.sh $(WIN64)/bin $(NATIVE)/data/Quenzit dist/Quenzit-win64
 	@echo "Staged dist/Quenzit-win64/"
 
 clean:
