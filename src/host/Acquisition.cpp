@@ -6,6 +6,7 @@
 #include "host/Rectangles.h"
 #include "host/Session.h"
 #include "platform/PageMemory.h"
+#include "raster/TextureLoading.h"
 
 #include <algorithm>
 #include <cstring>
@@ -135,6 +136,8 @@ void AcquireSource() {
     const VRect filter = GetFilterRect();
     FilterWidth = RectWidth(filter);
     FilterHeight = RectHeight(filter);
+    FilterRectRight = filter.right;
+    FilterRectBottom = filter.bottom;
 
     SourceImage = static_cast<uint8_t*>(AllocatePages(WorkImageBytes()));
     WorkImage = static_cast<uint8_t*>(AllocatePages(WorkImageBytes()));

@@ -173,4 +173,9 @@ QZ_EXPORT void PluginMain(int16_t selector, void* record, intptr_t* dataSlot, in
         SetResult(memFullErr);
     }
     if (selector != filterSelectorAbout && gFilterRecord) UnlockHandles();
+    // Nothing of the host's call outlives it.
+    gFilterRecord = nullptr;
+    gAboutRecord = nullptr;
+    gDataSlot = nullptr;
+    gResult = nullptr;
 }

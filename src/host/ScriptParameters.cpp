@@ -153,7 +153,6 @@ OSErr ReadSavedSettings() {
     uint32 low[3] = {}, high[3] = {};
     bool lowOk[3] = {}, highOk[3] = {};
     uint64_t* buffers[3] = {&gParams->WashMaskBuffer1, &gParams->WashMaskBuffer2, &gParams->SurfaceWashAreaBuffer};
-    uint8_t links[3] = {LinkWash, LinkSurface, LinkBackground};
 
     for (DescriptorKeyID key : Keys(kSettingsReadOrder)) {
         const KeyBinding b = Bind(key);
@@ -184,7 +183,7 @@ OSErr ReadSavedSettings() {
         }
         case Carrier::Link: {
             int32 v = 0;
-            if (!suite->GetInteger(d, key, &v)) links[b.link - &LinkWash] = uint8_t(v);
+            if (!suite->GetInteger(d, key, &v)) *b.link = uint8_t(v);
             break;
         }
         case Carrier::BufferLow:
@@ -201,7 +200,6 @@ OSErr ReadSavedSettings() {
     }
     for (int i = 0; i < 3; ++i)
         *buffers[i] = lowOk[i] && highOk[i] ? uint64_t(high[i]) << 32 | low[i] : 0;
-    LinkWash = links[0], LinkSurface = links[1], LinkBackground = links[2];
 
     DescriptorUnitID unit = 0;
     real64 amount = 0;

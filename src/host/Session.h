@@ -2,6 +2,7 @@
 // result, the small data block, and the run-wide switches every stage reads.
 #pragma once
 
+#include "host/DialogState.h"
 #include "host/abi/HostInterface.h"
 
 // The 10-byte data block the host keeps for us between calls.
@@ -19,7 +20,6 @@ extern int16* gResult;
 extern PluginData* gPluginData; // valid between LockHandles and UnlockHandles
 
 extern bool HostActionSuites; // the host's action suites answered Prepare's test
-extern bool DialogOpen;       // 1 from the dialog's first step to its destruction
 
 // The basic suite of the current call, or null.
 const SPBasicSuite* BasicSuite();

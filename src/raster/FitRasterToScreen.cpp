@@ -4,7 +4,7 @@
 #include "effects/EffectLayer.h"
 #include "host/Acquisition.h"
 #include "host/Progress.h"
-#include "host/Session.h"
+#include "host/DialogState.h"
 
 #include <algorithm>
 #include <cstring>

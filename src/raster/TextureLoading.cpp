@@ -5,7 +5,7 @@
 #include "host/Acquisition.h"
 #include "host/PathTable.h"
 #include "host/Progress.h"
-#include "host/Session.h"
+#include "host/DialogState.h"
 #include "platform/Alert.h"
 #include "platform/ModulePath.h"
 #include "raster/AWashFile.h"
