@@ -7,21 +7,23 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < 1) return 0;
-    std::FILE* stream = std::tmpfile();
+    std::string text = (data[0] & 1) ? "Quenzit Press Preset;\n" : "";
+    text.append(reinterpret_cast<const char*>(data) + 1, size - 1);
+    if (text.empty()) return 0;
+    std::FILE* stream = fmemopen(text.data(), text.size(), "rb");
     if (!stream) return 0;
-    if (data[0] & 1) std::fputs("Quenzit Press Preset;\n", stream);
-    std::fwrite(data + 1, 1, size - 1, stream);
-    std::rewind(stream);
 
     static FilterParameters record;
     gParams = &record;
     ResetAllParameters();
     PresetVersion = (data[0] & 2) ? 1 : 2;
     char line[kPresetLineSize];
-    if (ReadPresetLine(stream, line) && std::strncmp(line, kPresetHeader, std::strlen(kPresetHeader)) == 0)
+    if (ReadPresetLine(stream, line) &&
+        std::strncmp(line, kPresetHeader, std::strlen(kPresetHeader)) == 0)
         LoadPresetFile(stream);
     std::fclose(stream);
 

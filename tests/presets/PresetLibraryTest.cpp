@@ -1,0 +1,77 @@
+// The preset folders: list rows, walking into sub-folders, saving with its overwrite
+// rule, deleting, loading by name, and the strip's names.
+#include "PresetFixture.h"
+
+#include "platform/Alert.h"
+#include "presets/PresetLibrary.h"
+
+#include <algorithm>
+#include <cstring>
+
+using PresetLibrary = PresetFixture;
+
+namespace {
+const std::string kHeader = "Quenzit Press Preset;\nVersion 2;\n";
+}
+
+TEST_F(PresetLibrary, ListsWalksSavesAndDeletes) {
+    WriteText(Presets() / "Wash" / "b.qztpst", kHeader);
+    WriteText(Presets() / "Wash" / "A.qztpst", kHeader);
+    WriteText(Presets() / "Wash" / "notes.txt", "x");
+    WriteText(Presets() / "Wash" / "Old" / "c.qztpst", kHeader);
+    PresetSubFolder[kPresetWash].clear();
+
+    EXPECT_EQ(FillPresetList(kPresetWash), (std::vector<std::string>{"\tOld", "A", "b"}));
+    const std::vector<std::string> basic = FillPresetList(kPresetBasic);
+    EXPECT_EQ(basic, (std::vector<std::string>{"Reset All", "Last Used Settings"}));
+
+    EnterPresetFolder(kPresetWash, "\tOld");
+    EXPECT_EQ(FillPresetList(kPresetWash), (std::vector<std::string>{"\t..", "c"}));
+
+    // The path counts: "A" in the sub-folder is a new file, then an existing one.
+    EXPECT_EQ(SavePreset(kPresetWash, "A.qztpst", false), SaveResult::Created);
+    EXPECT_EQ(SavePreset(kPresetWash, "A", false), SaveResult::Exists);
+    EXPECT_EQ(SavePreset(kPresetWash, "A", true), SaveResult::Overwritten);
+    EXPECT_EQ(SavePreset(kPresetWash, "", false), SaveResult::EmptyName);
+    EXPECT_TRUE(std::filesystem::exists(Presets() / "Wash" / "Old" / "A.qztpst"));
+    EXPECT_EQ(ReadText(Presets() / "Wash" / "A.qztpst"), kHeader);
+
+    EXPECT_FALSE(DeletePresetFile("\t..", kPresetWash));
+    EXPECT_TRUE(DeletePresetFile("c", kPresetWash));
+    EXPECT_FALSE(DeletePresetFile("c", kPresetWash));
+    EXPECT_EQ(FillPresetList(kPresetWash), (std::vector<std::string>{"\t..", "A"}));
+
+    EnterPresetFolder(kPresetWash, "\t..");
+    EXPECT_EQ(PresetSubFolder[kPresetWash], "");
+
+    // A folder that cannot take the file tells the user.
+    AlertCapture alerts;
+    EXPECT_EQ(SavePreset(kPresetBackground, "x", false), SaveResult::CannotCreate);
+    ASSERT_EQ(alerts.Alerts().size(), 1u);
+    EXPECT_EQ(alerts.Alerts()[0].text, "Cannot Save File!");
+}
+
+TEST_F(PresetLibrary, LoadsByNameAndNamesTheStrip) {
+    WriteText(Presets() / "Background" / "Dusk.qztpst", kHeader + "lcSB 77\n");
+    WriteText(Presets() / "Background" / "Bad.qztpst", "Quenzit Preset;\nlcSB 5\n");
+    std::strcpy(BackgroundColorsName, "Sepia");
+    std::strcpy(SurfaceColorsName, "Moss");
+
+    EXPECT_FALSE(LoadPreset("Bad", kPresetBackground));
+    EXPECT_FALSE(LoadPreset("Missing", kPresetBackground));
+    EXPECT_EQ(gParams->BackgroundScale, 0);
+    ASSERT_TRUE(LoadPreset("Dusk", kPresetBackground));
+    EXPECT_EQ(gParams->BackgroundScale, 77);
+    EXPECT_EQ(std::string(BackgroundColorsName), "Custom");
+    EXPECT_EQ(std::string(SurfaceColorsName), "Moss"); // a background preset keeps the surface's
+
+    WriteText(Presets() / "BackPalette" / "none.qztpst", kHeader);
+    WriteText(Presets() / "BackPalette" / "Ochre.qztpst", kHeader);
+    WriteText(Presets() / "BackPalette" / "Ash.qztpst", kHeader);
+    std::vector<std::string> names = ListPresetNames(kPresetPalette);
+    ASSERT_EQ(names.size(), 3u);
+    EXPECT_EQ(names[0], "none");
+    std::sort(names.begin() + 1, names.end()); // directory order is the system's
+    EXPECT_EQ(names[1], "Ash");
+    EXPECT_EQ(names[2], "Ochre");
+}
