@@ -107,3 +107,19 @@ TEST(ChannelAccess, TwoLayersOfTheSameNameEndAtTheLower) {
         FreeDocumentLayers();
     });
 }
+
+TEST(ChannelAccess, WithoutUsableLayersMergedBelowIsBlack) {
+    hostsim::HostOptions options;
+    options.documentInfoMaxVersion = 1; // no layer list to walk
+    gProbe = [] {
+        FreeDocumentLayers();
+        ReadDocumentLayers();
+        EXPECT_EQ(LayerRaster, nullptr);
+        ASSERT_NE(MergedBelow, nullptr);
+        EXPECT_EQ(Sample(*MergedBelow, 0, 0, 0), 0);
+        EXPECT_EQ(Sample(*MergedBelow, 2, 2, 2), 0);
+        FreeDocumentLayers();
+    };
+    hostsim::Host host(RgbDocument(3, 3), options, ProbeEntry);
+    host.Call(filterSelectorStart);
+}
