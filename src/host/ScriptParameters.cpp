@@ -5,6 +5,7 @@
 #include "host/Session.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -46,6 +47,14 @@ constexpr const char* kSettingsWriteOrder =
     "BHue BEnh BSdw BHCl BMCl BSCl SFN1 SFV1 SFV2 SFH1 SFH2 SFN2 SfOn SfEn SInW Sf2E SIn1 SIn2 "
     "SPO1 SDh1 SDh2 SSc1 SSc2 SHL1 SBRH SfCn SHue SfIn SMD1 SSw1 SHC1 SMC1 SSC1 SvE1 SE11 SvE2 "
     "SE21 SbSR SSR1 SAp1 SBt1 OW1X OW1Y OW2X OW2Y OS1X OS1Y OS2X OS2Y OfBX OfBY ILkW ILkS ILkB";
+
+// Truncated as the x86 conversion does: toward zero into 32 bits (the "indefinite" value
+// for anything out of range), then kept to 16 bits. Defined for every input, so a hostile
+// descriptor cannot make it undefined.
+int16_t AmountFromPercent(double v) {
+    const int32_t whole = v >= -2147483648.0 && v < 2147483648.0 ? int32_t(v) : INT32_MIN;
+    return int16_t(uint16_t(uint32_t(whole)));
+}
 
 constexpr DescType kDispositionType = FourCC("mooD");
 constexpr DescriptorEnumID kDispositions[4] = {FourCC("moD0"), FourCC("moD1"), FourCC("moD2"), FourCC("moD3")};
@@ -205,7 +214,7 @@ OSErr ReadSavedSettings() {
     real64 amount = 0;
     OSErr answer = suite->GetUnitFloat(d, FourCC("Amnt"), &unit, &amount);
     if (!answer) {
-        gParams->Amount = int16_t(amount);
+        gParams->Amount = AmountFromPercent(amount);
         DescriptorEnumTypeID type = 0;
         DescriptorEnumID value = 0;
         answer = suite->GetEnumerated(d, FourCC("disP"), &type, &value);
@@ -293,7 +302,7 @@ OSErr ReadScriptParameters(bool* dialogWanted) {
             case Carrier::Amount: {
                 DescriptorUnitID unit = 0;
                 real64 v = 0;
-                if (!(error = procs->getUnitFloatProc(reader, &unit, &v))) gParams->Amount = int16_t(v);
+                if (!(error = procs->getUnitFloatProc(reader, &unit, &v))) gParams->Amount = AmountFromPercent(v);
                 break;
             }
             case Carrier::String: {

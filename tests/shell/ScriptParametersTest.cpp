@@ -181,3 +181,19 @@ TEST(ScriptParameters, TerminologyNamesOnlyKeysThatTravel) {
         EXPECT_EQ(t.type == resources::Code("doub"), f->kind == FieldKind::Float) << key;
     }
 }
+
+TEST(ScriptParameters, AnyAmountIsTakenWithoutUndefinedConversions) {
+    // Found by fuzzing: a percent far beyond 16 bits. It is truncated as the x86
+    // conversion does: into 32 bits, out-of-range values to the "indefinite" one, then 16.
+    const std::pair<double, int16_t> cases[] = {{1.0e9, int16_t(-13824)}, {3.0e9, 0}, {-75.9, -75}};
+    for (auto [percent, expected] : cases) {
+        hostsim::Descriptor d = AllEffectsOff();
+        d.PutUnitFloat(FourCC("Amnt"), FourCC("#Prc"), percent);
+        auto host = MakeHost(RgbDocument(4, 4));
+        ASSERT_EQ(host->PlayAction(d, plugInDialogDontDisplay), noErr);
+        DescriptorUnitID unit = 0;
+        double recorded = 0;
+        ASSERT_TRUE(host->Recorded().GetUnitFloat(FourCC("Amnt"), unit, recorded));
+        EXPECT_EQ(recorded, double(expected)) << percent;
+    }
+}
