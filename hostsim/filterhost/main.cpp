@@ -7,6 +7,9 @@
 #include <windows.h>
 #else
 #include "host/PluginMain.h"
+#include "platform/ModulePath.h"
+
+#include <filesystem>
 #endif
 
 #include "hostsim/Host.h"
@@ -48,6 +51,10 @@ const char kHelp[] =
     "  --dialog            play the step with its dialog (playInfo 1); default: dialog off (0).\n"
     "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
     "                      conversion); the result is then written as CMYK.\n"
+    "  --data DIR          the plug-in's data folder (textures, presets), a folder named Quenzit.\n"
+    "                      The native build takes the plug-in to lie beside it; the Windows\n"
+    "                      module always reads the Quenzit folder beside itself, so there DIR\n"
+    "                      must be that folder and the option changes nothing.\n"
     "  --registry FILE     the descriptor registry: read before the run when FILE exists, and its\n"
     "                      persistent entries written back after it.\n"
     "  --no-suite NAME     play a host without NAME (may be repeated). NAME is a suite's full\n"
@@ -208,7 +215,7 @@ std::string DefaultPlugin() {
 } // namespace
 
 int main(int argc, char** argv) {
-    std::string plugin, inPath, outPath, selectionPath, registryPath;
+    std::string plugin, inPath, outPath, selectionPath, registryPath, dataPath;
     bool dialog = false, cmyk = false;
     HostOptions options;
     Descriptor played;
@@ -231,6 +238,8 @@ int main(int argc, char** argv) {
             if (!value(outPath)) return Usage("--out needs a path");
         } else if (arg == "--selection") {
             if (!value(selectionPath)) return Usage("--selection needs a path");
+        } else if (arg == "--data") {
+            if (!value(dataPath)) return Usage("--data needs a folder");
         } else if (arg == "--registry") {
             if (!value(registryPath)) return Usage("--registry needs a path");
         } else if (arg == "--no-suite") {
@@ -263,6 +272,13 @@ int main(int argc, char** argv) {
 #else
     if (!plugin.empty()) return Usage("--plugin needs the Windows build; this one runs the plug-in linked into it");
     entry = &PluginMain;
+    if (!dataPath.empty()) {
+        std::filesystem::path data(dataPath);
+        if (!data.has_filename()) data = data.parent_path();
+        if (data.filename() != "Quenzit") return Usage("--data needs a folder named Quenzit");
+        // The plug-in finds its data folder beside its own module.
+        SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+    }
 #endif
 
     PamImage image;

@@ -1,10 +1,16 @@
 #include "effects/EffectLayer.h"
 
+#include "effects/WashMask.h"
+#include "host/Acquisition.h"
 #include "host/Parameters.h"
+#include "host/Progress.h"
 #include "host/Session.h"
 #include "platform/PageMemory.h"
+#include "host/ViewState.h"
 #include "raster/Raster.h"
+#include "raster/TextureLoading.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -43,35 +49,294 @@ namespace {
 
 bool IsNoTexture(const char* name) { return std::strcmp(name, kNoTextureName) == 0; }
 
-// A pair is on unless every layer of it that is in use has no texture.
-uint8_t PairInUse(const char* first, const char* second, bool secondExists) {
+// A pair is off when every layer of it in use has no texture; while the navigator shows
+// one layer of a pair alone, the pair follows that layer.
+uint8_t PairInUse(const char* first, const char* second, bool secondExists, bool alone, int32_t view,
+                  int32_t firstView) {
     if (!secondExists) return !IsNoTexture(first);
-    return !(IsNoTexture(first) && IsNoTexture(second));
+    if (IsNoTexture(first) && IsNoTexture(second)) return 0;
+    if (alone && view == firstView) return !IsNoTexture(first);
+    if (alone && view == firstView + 1) return !IsNoTexture(second);
+    return 1;
+}
+
+void SplitColor(uint32_t color, uint8_t& red, uint8_t& green, uint8_t& blue) {
+    red = uint8_t(color);
+    green = uint8_t(color >> 8);
+    blue = uint8_t(color >> 16);
+}
+
+// The gParams fields a layer's placement lives in.
+struct Placement {
+    int32_t* scale;
+    uint8_t* flipHor;
+    uint8_t* flipVer;
+    int32_t* angle;
+    int32_t* offsetX;
+    int32_t* offsetY;
+};
+
+Placement PlacementOf(const EffectLayer& layer) {
+    FilterParameters& p = *gParams;
+    if (&layer == &WashLayers[0])
+        return {&p.WashScale1, &p.WashFlipHor1, &p.WashFlipVer1, &p.WashAngle1, &p.WashOffsetX1, &p.WashOffsetY1};
+    if (&layer == &WashLayers[1])
+        return {&p.WashScale2, &p.WashFlipHor2, &p.WashFlipVer2, &p.WashAngle2, &p.WashOffsetX2, &p.WashOffsetY2};
+    if (&layer == &SurfaceLayers[0])
+        return {&p.SurfaceScale1, &p.SurfaceFlipHor1, &p.SurfaceFlipVer1, &p.SurfaceAngle1, &p.SurfaceOffsetX1,
+                &p.SurfaceOffsetY1};
+    if (&layer == &SurfaceLayers[1])
+        return {&p.SurfaceScale2, &p.SurfaceFlipHor2, &p.SurfaceFlipVer2, &p.SurfaceAngle2, &p.SurfaceOffsetX2,
+                &p.SurfaceOffsetY2};
+    return {&p.BackgroundScale, &p.BackgroundFlipHor, &p.BackgroundFlipVer, &p.BackgroundAngle, &p.BackgroundOffsetX,
+            &p.BackgroundOffsetY};
+}
+
+bool Load(EffectLayer& layer, const char* name, bool report) {
+    ReportTextureFailure = report;
+    const bool loaded = LoadLayerTexture(layer, TexturePath(name));
+    ReportTextureFailure = true;
+    return loaded;
+}
+
+void FillBackground(EffectLayer& layer) {
+    const FilterParameters& p = *gParams;
+    layer.BackgroundOn = p.UseBackground;
+    layer.ToneHighlight = layer.ToneMidtone = layer.ToneShadow = 100.0f;
+    SplitColor(p.BackgroundHighlightColor, layer.HighlightRed, layer.HighlightGreen, layer.HighlightBlue);
+    SplitColor(p.BackgroundMidtoneColor, layer.MidtoneRed, layer.MidtoneGreen, layer.MidtoneBlue);
+    SplitColor(p.BackgroundShadowColor, layer.ShadowRed, layer.ShadowGreen, layer.ShadowBlue);
+    layer.Scale = p.BackgroundScale;
+    layer.Angle = p.BackgroundAngle;
+    layer.Invert = p.BackgroundInvert;
+    layer.FlipVer = p.BackgroundFlipVer;
+    layer.FlipHor = p.BackgroundFlipHor;
+    layer.OffsetX = p.BackgroundOffsetX;
+    layer.OffsetY = p.BackgroundOffsetY;
+    layer.GeometryDirty = layer.CoverageDirty = layer.EdgeDirty = 1;
+}
+
+void FillSurface(EffectLayer& layer, bool second) {
+    FilterParameters& p = *gParams;
+    layer.SurfaceOn = p.UseSurface;
+    layer.Depth = second ? p.SurfaceDepth2 : p.SurfaceDepth1;
+    layer.Perspective = p.SurfacePerspectiveOn;
+    layer.LightAlpha = p.SurfaceLightAlpha;
+    layer.LightBeta = p.SurfaceLightBeta;
+    layer.ToneHighlight = float(p.SurfaceHighlight);
+    layer.ToneMidtone = float(p.SurfaceMidtone);
+    layer.ToneShadow = float(p.SurfaceShadow);
+    SplitColor(p.SurfaceHighlightColor, layer.HighlightRed, layer.HighlightGreen, layer.HighlightBlue);
+    SplitColor(p.SurfaceMidtoneColor, layer.MidtoneRed, layer.MidtoneGreen, layer.MidtoneBlue);
+    SplitColor(p.SurfaceShadowColor, layer.ShadowRed, layer.ShadowGreen, layer.ShadowBlue);
+    layer.OffsetX = second ? p.SurfaceOffsetX2 : p.SurfaceOffsetX1;
+    layer.OffsetY = second ? p.SurfaceOffsetY2 : p.SurfaceOffsetY1;
+    layer.FlipHor = second ? p.SurfaceFlipHor2 : p.SurfaceFlipHor1;
+    layer.FlipVer = second ? p.SurfaceFlipVer2 : p.SurfaceFlipVer1;
+    layer.Scale = second ? p.SurfaceScale2 : p.SurfaceScale1;
+    layer.Invert = second ? p.SurfaceInvert2 : p.SurfaceInvert1;
+    layer.Angle = second ? p.SurfaceAngle2 : p.SurfaceAngle1;
+    layer.GeometryDirty = layer.CoverageDirty = layer.EdgeDirty = 1;
+    layer.SurfaceType = second ? p.SurfaceType2 : p.SurfaceType1;
+    if (second && LinkSurface) std::memcpy(p.SurfaceFileName2, p.SurfaceFileName1, sizeof p.SurfaceFileName2);
+}
+
+void FillWash(EffectLayer& layer, bool second) {
+    FilterParameters& p = *gParams;
+    layer.InUse = p.UseWash;
+    layer.WashType = second ? p.WashType2 : p.WashType1;
+    SplitColor(second ? p.WashStainColor2 : p.WashStainColor1, layer.StainRed, layer.StainGreen, layer.StainBlue);
+    layer.CoverageScale = second ? p.WashCoverageScale2 : p.WashCoverageScale1;
+    layer.Coverage = second ? p.WashCoverage2 : p.WashCoverage1;
+    layer.Seed = second ? p.WashRandomize2 : p.WashRandomize1;
+    layer.Inside = second ? p.WashInside2 : p.WashInside1;
+    layer.Scale = second ? p.WashScale2 : p.WashScale1;
+    SetLayerIntensity(layer, second ? p.WashIntensity2 : p.WashIntensity1);
+    layer.EdgeDistance = second ? p.WashEdgeDistance2 : p.WashEdgeDistance1;
+    layer.Angle = second ? p.WashAngle2 : p.WashAngle1;
+    layer.Invert = second ? p.WashInvert2 : p.WashInvert1;
+    layer.FlipVer = second ? p.WashFlipVer2 : p.WashFlipVer1;
+    layer.FlipHor = second ? p.WashFlipHor2 : p.WashFlipHor1;
+    layer.EdgeSoftness = second ? p.WashEdgeSoftness2 : p.WashEdgeSoftness1;
+    layer.OffsetX = second ? p.WashOffsetX2 : p.WashOffsetX1;
+    layer.OffsetY = second ? p.WashOffsetY2 : p.WashOffsetY1;
+    layer.GeometryDirty = layer.CoverageDirty = layer.EdgeDirty = 1;
+    if (second && LinkWash) std::memcpy(p.WashFileName2, p.WashFileName1, sizeof p.WashFileName2);
 }
 
 } // namespace
 
+bool KeepWashLayers = false, KeepBackgroundLayer = false, KeepSurfaceLayers = false;
+
+bool FillLayer(EffectLayer& layer, uint8_t kind, bool second) {
+    layer.Kind = kind;
+    ProgressPercent = ProgressSpan = 0;
+    std::free(layer.EdgeMaskWork);
+    layer.EdgeMaskWork = nullptr;
+    const FilterParameters& p = *gParams;
+    if (kind == LayerBackground) {
+        FillBackground(layer);
+        return Load(layer, p.BackgroundFileName, p.UseBackground);
+    }
+    if (kind == LayerSurface) {
+        FillSurface(layer, second);
+        const bool report = layer.SurfaceOn && (!second || p.SecondSurfaceExists);
+        return Load(layer, second ? p.SurfaceFileName2 : p.SurfaceFileName1, report);
+    }
+    FillWash(layer, second);
+    const bool report = layer.InUse && (!second || p.SecondWashExists);
+    const bool loaded = Load(layer, second ? p.WashFileName2 : p.WashFileName1, report);
+    SetLayerCoverageScale(layer, layer.CoverageScale);
+    layer.CoverageDirty = 1;
+    ProgressPercent = ProgressSpan = 0;
+    BuildCoverageNoise(layer);
+    SetLayerEdgeSoftness(layer, layer.EdgeSoftness);
+    SetLayerEdgeDistance(layer, layer.EdgeDistance);
+    BuildEdgeSource(layer);
+    // Both depend on the deepest point, which exists only now.
+    SetLayerEdgeSoftness(layer, layer.EdgeSoftness);
+    SetLayerEdgeDistance(layer, layer.EdgeDistance);
+    return loaded;
+}
+
+void ComputeUseFlags() {
+    FilterParameters& p = *gParams;
+    p.UseWash = PairInUse(p.WashFileName1, p.WashFileName2, p.SecondWashExists, ActiveTab == TabWash, ViewWash, 1);
+    p.UseSurface = PairInUse(p.SurfaceFileName1, p.SurfaceFileName2, p.SecondSurfaceExists,
+                             ActiveTab == TabSurface, ViewSurface, 4);
+    p.UseBackground = !IsNoTexture(p.BackgroundFileName);
+}
+
 void CreateEngine() {
-    // Layers are made anew: whatever a previous run left in them is freed first.
-    for (EffectLayer* layer : {&WashLayers[0], &WashLayers[1]}) {
-        DestroyLayer(*layer);
-        layer->Kind = LayerWash;
+    const FilterParameters& p = *gParams;
+    if (!KeepWashLayers) {
+        DestroyLayer(WashLayers[0]);
+        DestroyLayer(WashLayers[1]);
+        FillLayer(WashLayers[0], LayerWash, false);
+        if (p.SecondWashExists) FillLayer(WashLayers[1], LayerWash, true);
     }
-    DestroyLayer(BackgroundLayer);
-    BackgroundLayer.Kind = LayerBackground;
-    for (EffectLayer* layer : {&SurfaceLayers[0], &SurfaceLayers[1]}) {
-        DestroyLayer(*layer);
-        layer->Kind = LayerSurface;
+    if (!KeepBackgroundLayer) {
+        DestroyLayer(BackgroundLayer);
+        FillLayer(BackgroundLayer, LayerBackground, false);
     }
-    gParams->UseWash =
-        PairInUse(gParams->WashFileName1, gParams->WashFileName2, gParams->SecondWashExists);
-    gParams->UseSurface =
-        PairInUse(gParams->SurfaceFileName1, gParams->SurfaceFileName2, gParams->SecondSurfaceExists);
-    gParams->UseBackground = !IsNoTexture(gParams->BackgroundFileName);
+    if (!KeepSurfaceLayers) {
+        DestroyLayer(SurfaceLayers[0]);
+        DestroyLayer(SurfaceLayers[1]);
+        SurfaceLayers[0].Kind = SurfaceLayers[1].Kind = LayerSurface;
+        FillLayer(SurfaceLayers[0], LayerSurface, false);
+        if (p.SecondSurfaceExists) FillLayer(SurfaceLayers[1], LayerSurface, true);
+    }
+    ComputeUseFlags();
 }
 
 void DestroyEngine() {
     for (EffectLayer* layer :
          {&WashLayers[0], &WashLayers[1], &BackgroundLayer, &SurfaceLayers[0], &SurfaceLayers[1]})
         DestroyLayer(*layer);
+}
+
+void SetLayerCoverageScale(EffectLayer& layer, int32_t value) {
+    if (layer.Kind != LayerWash) return;
+    layer.CoverageScale = value;
+    layer.CoverageFeature = 256.0 * value / 200.0;
+    layer.CoverageDirty = 1;
+}
+
+void SetLayerIntensity(EffectLayer& layer, int32_t value) {
+    layer.Intensity = value;
+    SetCurve(layer, value);
+    layer.GeometryDirty = 1;
+}
+
+void SetLayerRandomize(EffectLayer& layer, int32_t value) {
+    if (layer.Kind != LayerWash) return;
+    if (layer.Seed == value && layer.CoverageNoise) return;
+    layer.Seed = value;
+    layer.CoverageDirty = 1;
+}
+
+void SetLayerInside(EffectLayer& layer, uint8_t value) {
+    if (layer.Kind != LayerWash) return;
+    layer.Inside = value;
+}
+
+void SetLayerTones(EffectLayer& layer, float highlight, float midtone, float shadow, uint32_t highlightColor,
+                   uint32_t midtoneColor, uint32_t shadowColor) {
+    layer.ToneHighlight = highlight;
+    layer.ToneMidtone = midtone;
+    layer.ToneShadow = shadow;
+    SplitColor(highlightColor, layer.HighlightRed, layer.HighlightGreen, layer.HighlightBlue);
+    SplitColor(midtoneColor, layer.MidtoneRed, layer.MidtoneGreen, layer.MidtoneBlue);
+    SplitColor(shadowColor, layer.ShadowRed, layer.ShadowGreen, layer.ShadowBlue);
+    layer.ToneDirty = 1;
+}
+
+void MarkAllLayersDirty() {
+    for (EffectLayer* layer :
+         {&WashLayers[0], &WashLayers[1], &BackgroundLayer, &SurfaceLayers[0], &SurfaceLayers[1]})
+        layer->GeometryDirty = 1;
+}
+
+void MarkWashesCoverageDirty() { WashLayers[0].CoverageDirty = WashLayers[1].CoverageDirty = 1; }
+
+OffsetRange LayerOffsetRange(const EffectLayer& layer) {
+    OffsetRange range;
+    range.OffsetX = layer.OffsetX;
+    range.OffsetY = layer.OffsetY;
+    if (!layer.Source) return range;
+    const int32_t right = FilterRectRight == kFilterEdgeUnset ? FilterWidth : FilterRectRight;
+    const int32_t bottom = FilterRectBottom == kFilterEdgeUnset ? FilterHeight : FilterRectBottom;
+    range.RoomX = layer.Source->Bounds.right - right;
+    range.RoomY = layer.Source->Bounds.bottom - bottom;
+    range.AnyRoom = range.RoomX > 0 || range.RoomY > 0;
+    return range;
+}
+
+namespace {
+
+void CarryTo(const EffectLayer& from, EffectLayer& to) {
+    if (&from == &to || !to.Source) return;
+    const Placement target = PlacementOf(to);
+    // gParams follows every carried setting, so a later fill makes the same layer.
+    *target.scale = int32_t(from.Scale);
+    SetLayerScale(to, from.Scale);
+    if (to.FlipVer != from.FlipVer) FlipLayerVer(to);
+    if (to.FlipHor != from.FlipHor) FlipLayerHor(to);
+    *target.flipVer = to.FlipVer;
+    *target.flipHor = to.FlipHor;
+    *target.offsetX = to.OffsetX = from.OffsetX;
+    *target.offsetY = to.OffsetY = from.OffsetY;
+    to.GeometryDirty = 1;
+    if (to.Angle != from.Angle) {
+        const int32_t difference = from.Angle - to.Angle;
+        const int32_t turns = (std::abs(difference) - 1) / 90 + 1;
+        for (int32_t i = 0; i < turns; ++i) {
+            if (difference < 0)
+                RotateLayerCcw(to);
+            else
+                RotateLayerCw(to);
+        }
+        *target.angle = from.Angle;
+        to.GeometryDirty = 1;
+        PrepareLayerTexture(to);
+    }
+}
+
+} // namespace
+
+void CarryLinkedSettings(EffectLayer& edited) {
+    const FilterParameters& p = *gParams;
+    const bool isWash = &edited == &WashLayers[0] || &edited == &WashLayers[1];
+    const bool isSurface = &edited == &SurfaceLayers[0] || &edited == &SurfaceLayers[1];
+    const bool isBackground = &edited == &BackgroundLayer;
+    if (!(isWash && LinkWash) && !(isSurface && LinkSurface) && !(isBackground && LinkBackground)) return;
+    if (LinkWash && p.UseWash) {
+        CarryTo(edited, WashLayers[0]);
+        if (p.SecondWashExists) CarryTo(edited, WashLayers[1]);
+    }
+    if (LinkSurface && p.UseSurface) {
+        CarryTo(edited, SurfaceLayers[0]);
+        if (p.SecondSurfaceExists) CarryTo(edited, SurfaceLayers[1]);
+    }
+    if (LinkBackground && p.UseBackground) CarryTo(edited, BackgroundLayer);
 }

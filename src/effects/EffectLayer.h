@@ -95,10 +95,42 @@ void ConstructLayer(EffectLayer& layer);
 // map. The layer is constructed anew.
 void DestroyLayer(EffectLayer& layer);
 
-// Makes the five layers for a run, then recomputes UseWash, UseSurface and
-// UseBackground from their texture names.
+// Groups of layers a rebuild leaves as they are (a preset of another kind was loaded).
+extern bool KeepWashLayers, KeepBackgroundLayer, KeepSurfaceLayers;
+
+// Copies the layer's settings from gParams and loads its texture; `second` picks the
+// second layer of a pair. False when the texture could not get a raster.
+bool FillLayer(EffectLayer& layer, uint8_t kind, bool second);
+// Makes the five layers for a run (each group unless kept), then recomputes UseWash,
+// UseSurface and UseBackground from their texture names and the view being shown.
 void CreateEngine();
 void DestroyEngine();
+void ComputeUseFlags();
+
+// Wash setters; on another kind they do nothing unless noted.
+void SetLayerCoverageScale(EffectLayer& layer, int32_t value);
+void SetLayerIntensity(EffectLayer& layer, int32_t value); // any kind
+void SetLayerRandomize(EffectLayer& layer, int32_t value);
+void SetLayerInside(EffectLayer& layer, uint8_t value);
+// Any kind: the tone levels and colours (0x00BBGGRR).
+void SetLayerTones(EffectLayer& layer, float highlight, float midtone, float shadow, uint32_t highlightColor,
+                   uint32_t midtoneColor, uint32_t shadowColor);
+
+void MarkAllLayersDirty();
+void MarkWashesCoverageDirty();
+
+// How far the preview's drag may slide the layer's texture.
+struct OffsetRange {
+    int32_t OffsetX = 0, OffsetY = 0;
+    int32_t RoomX = 0, RoomY = 0;
+    bool AnyRoom = false;
+};
+OffsetRange LayerOffsetRange(const EffectLayer& layer);
+
+// After an edit of `edited`, carries its scale, flips, offsets and angle to every other
+// layer in use of the linked groups (LinkWash, LinkSurface, LinkBackground), gParams too.
+// Nothing happens unless the edited layer's own group is linked.
+void CarryLinkedSettings(EffectLayer& edited);
 
 // Orientation of a layer's Source, each acting on it at once and then preparing the
 // layer again: the flag flips (Invert, FlipHor, FlipVer) or the angle moves by a

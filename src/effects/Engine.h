@@ -3,10 +3,9 @@
 #pragma once
 
 #include "effects/EffectLayer.h"
+#include "effects/WashMask.h"
 
 void PrepareLayerTexture(EffectLayer& layer); // clears GeometryDirty
-void BuildCoverageNoise(EffectLayer& layer);  // clears CoverageDirty
-void BuildWashEdge(EffectLayer& layer);       // clears EdgeDirty
 void CompositeWash(EffectLayer& layer);
 void CompositeWashToMask(EffectLayer& layer);
 void BuildSurfaceRelief(bool useFirst, bool useSecond);

@@ -3,10 +3,6 @@
 // (PrepareLayerTexture lives with the texture loading.)
 #include "effects/Engine.h"
 
-void BuildCoverageNoise(EffectLayer& layer) { layer.CoverageDirty = 0; }
-void BuildWashEdge(EffectLayer& layer) { layer.EdgeDirty = 0; }
-void CompositeWash(EffectLayer&) {}
-void CompositeWashToMask(EffectLayer&) {}
 void BuildSurfaceRelief(bool, bool) {}
 void SurfaceAlphaFromSource() {}
 void ShadeSurface() {}

@@ -6,6 +6,7 @@
 #include "host/Progress.h"
 #include "host/Session.h"
 #include "platform/PageMemory.h"
+#include "raster/Raster.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -81,11 +82,36 @@ uint8_t* ReleaseWashAreaBuffer() {
 void RenderWashLayer(EffectLayer& layer) { RenderWash(layer, CompositeWash); }
 void RenderWashToMask(EffectLayer& layer) { RenderWash(layer, CompositeWashToMask); }
 
+namespace {
+
+// The edge mask of `layer` at filter scale, sampled into its EdgeMaskWork row y; the
+// row step is wash 1's for both washes.
+void SampleEdgeMask(EffectLayer& layer, int32_t y, int32_t rowStep) {
+    Raster* mask = layer.EdgeMask;
+    if (!mask || !layer.EdgeMaskWork || !mask->ImageOrigin()) return;
+    const int32_t row = int32_t((PreviewOriginY + y) * PreviewScale);
+    if (row < 0 || row >= mask->Height()) return;
+    const uint8_t* from = mask->ImageOrigin() + ptrdiff_t(row) * rowStep;
+    uint8_t* to = layer.EdgeMaskWork + size_t(y) * ImageWidth;
+    for (int32_t x = 0; x < ImageWidth; ++x) {
+        const int32_t column = int32_t((PreviewOriginX + x) * PreviewScale);
+        if (column >= 0 && column < mask->Width()) to[x] = from[column];
+    }
+}
+
+} // namespace
+
 void ResetWorkImage() {
-    // The wash edge masks are sampled here as well once the washes have them.
+    EffectLayer& first = WashLayers[0];
+    EffectLayer& second = WashLayers[1];
+    const bool wash = WashesWanted() && first.Source;
+    const bool both = wash && gParams->SecondWashExists && second.Source;
+    const int32_t rowStep = first.EdgeMask ? first.EdgeMask->RowBytes() : 0;
     for (int32_t y = 0; y < ImageHeight; ++y) {
         std::memcpy(WorkImage + size_t(y) * WorkRowBytes, SourceImage + size_t(y) * WorkRowBytes,
                     size_t(ImageWidth) * 4);
+        if (wash) SampleEdgeMask(first, y, rowStep);
+        if (both) SampleEdgeMask(second, y, rowStep);
         ReportProgress(float(ProgressPercent + ProgressSpan * y / ImageHeight), 100);
     }
 }

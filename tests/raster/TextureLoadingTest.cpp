@@ -25,6 +25,8 @@ protected:
         PathTable.Data = std::filesystem::temp_directory_path().string();
         gFilterRecord = nullptr; // progress goes nowhere: no host here
         ReportTextureFailure = true;
+        // A host run earlier in the same program leaves its rectangle's edges behind.
+        FilterRectRight = FilterRectBottom = kFilterEdgeUnset;
     }
     void TearDown() override {
         DestroyLayer(a_);

@@ -6,6 +6,7 @@
 #include "host/Progress.h"
 #include "host/RenderDriver.h"
 #include "host/Session.h"
+#include "platform/Alert.h"
 
 #include <cstring>
 
@@ -59,6 +60,7 @@ protected:
     FilterRecord record_;
     FilterParameters params_;
     std::vector<uint8> source_, work_;
+    AlertCapture alerts_; // the textures are missing here
 };
 
 using Marks = std::vector<int32>;
@@ -86,8 +88,9 @@ TEST_F(RenderDriverTest, SurfaceWithoutTexturesKeepsItsSpan) {
 }
 
 TEST_F(RenderDriverTest, DefaultsPassEveryMark) {
-    // Textures named, layers without pictures yet: every stage mark still comes in order.
-    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 50, 60, 70, 80, 90, 100}));
+    // Textures named but missing: white stand-ins. Wash 1 composes its 4 rows between 50
+    // and 60; the fill has prepared the background already, so there is no 80 mark.
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70, 90, 100}));
 }
 
 TEST_F(RenderDriverTest, BackgroundViewClearsTheWorkImage) {
@@ -101,17 +104,17 @@ TEST_F(RenderDriverTest, SingleLayerViews) {
     params_.SecondWashExists = 1;
     params_.SecondSurfaceExists = 1;
     // Wash views skip the surface; the background still runs.
-    EXPECT_EQ(Render(ViewCodeWashOne), (Marks{10, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100}));
-    EXPECT_EQ(Render(ViewCodeWashTwo), (Marks{10, 10, 20, 30, 40, 50, 50, 70, 80, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeWashOne), (Marks{10, 10, 20, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeWashTwo), (Marks{10, 10, 20, 30, 40, 50, 50, 50, 55, 60, 65, 70, 70, 90, 100}));
     // Surface views draw no wash, though the wash stage still reports where it stands;
     // only surface one has the 20 mark.
-    EXPECT_EQ(Render(ViewCodeSurfaceOne), (Marks{10, 20, 30, 40, 50, 50, 70, 80, 90, 100}));
-    EXPECT_EQ(Render(ViewCodeSurfaceTwo), (Marks{10, 30, 40, 50, 50, 70, 80, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeSurfaceOne), (Marks{10, 20, 30, 40, 50, 50, 70, 70, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeSurfaceTwo), (Marks{10, 30, 40, 50, 50, 70, 70, 90, 100}));
 }
 
 TEST_F(RenderDriverTest, SurfacePassEndsBeforeTheBackground) {
     SurfacePassCode = 1;
-    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 50, 60, 70, 70}));
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70}));
     params_.SurfaceEntire = params_.SurfaceIncludeWashArea = 1;
     EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 40}));
     SurfacePassCode = 0;
@@ -119,11 +122,15 @@ TEST_F(RenderDriverTest, SurfacePassEndsBeforeTheBackground) {
 
 TEST(RunFilterProgress, FinalRunReportsAcquisitionRenderAndTheEnd) {
     auto host = MakeHost(RgbDocument(6, 3));
+    AlertCapture alerts;
     ASSERT_EQ(host->PlayAction(AllEffectsOff(), plugInDialogDontDisplay), noErr);
     std::vector<std::pair<int32, int32>> calls;
     for (const auto& c : host->Progress()) calls.emplace_back(c.done, c.total);
     const std::vector<std::pair<int32, int32>> expected = {
         {0, 100}, {5, 100}, {10, 100},                 // acquisition
+        {0, 100}, {0, 100}, {0, 100}, {0, 100}, {0, 100}, {0, 100}, // wash 1's noise, a row each
+        {0, 100}, {0, 100}, {0, 100}, {0, 100}, {0, 100}, {0, 100},
+        {1, 100}, {3, 100}, {5, 100}, {6, 100},        // surface 1 smoothed
         {10, 100}, {10, 100}, {23, 100}, {36, 100},    // render: rows of the copy
         {50, 100}, {70, 100}, {100, 100}, {100, 0}};   // and the end: the bar empties
     EXPECT_EQ(calls, expected);

@@ -1,0 +1,154 @@
+// A wash meets the picture: one keep value a pixel (255 leaves it, 0 is the full
+// effect), and the wash type says what the keep value does.
+#include "effects/Engine.h"
+#include "effects/Noise.h"
+#include "host/Acquisition.h"
+#include "host/Progress.h"
+#include "host/Rectangles.h"
+#include "host/RenderDriver.h"
+#include "host/Session.h"
+#include "raster/Raster.h"
+
+#include <algorithm>
+
+namespace {
+
+uint8_t Min255(int32_t v) { return uint8_t(std::min(v, 255)); }
+
+// Mixes the stain colour into a pixel by its brightness: a dark stain multiplies,
+// a light one adds.
+int32_t ColorMix(int32_t p, int32_t c, float m) {
+    float q = float(p * c) * (1.0f - m) / 255.0f + float(p + c) * m;
+    q = std::min(q, 255.0f);
+    return TruncToInt(q);
+}
+
+// The surface beneath the wash shows where the wash takes the picture away.
+void BlendWashArea(uint8_t* pixel, const uint8_t* wash, float k) {
+    if (k != 0.0f) {
+        const float a = k / 255.0f;
+        for (int i = 0; i < 3; ++i)
+            pixel[i] = Min255(TruncToInt(float(wash[i]) * (1.0f - a) + float(pixel[i]) * a));
+    } else {
+        for (int i = 0; i < 3; ++i) pixel[i] = wash[i];
+    }
+}
+
+struct WashInputs {
+    const uint8_t* texture;
+    const uint8_t* coverage;
+    int32_t textureRow, coverageRow;
+};
+
+bool Inputs(EffectLayer& layer, WashInputs& in) {
+    Raster* view = layer.View;
+    Raster* coverage = layer.ActiveCoverage;
+    if (!view || !coverage || !view->ImageOrigin() || !coverage->ImageOrigin()) return false;
+    in = {view->ImageOrigin(), coverage->ImageOrigin(), view->RowBytes(), coverage->RowBytes()};
+    return true;
+}
+
+} // namespace
+
+void CompositeWash(EffectLayer& layer) {
+    WashInputs in;
+    if (!WorkImage || !layer.EdgeMaskWork || !Inputs(layer, in)) return;
+    const int32_t h = std::min({layer.View->Height(), layer.ActiveCoverage->Height() + 3, ImageHeight});
+    const int32_t w = std::min({layer.View->Width(), layer.ActiveCoverage->Width() + 3, ImageWidth});
+    if (h <= 0 || w <= 0) return;
+    const int32_t rgb[3] = {layer.StainRed, layer.StainGreen, layer.StainBlue};
+    const float m = float(rgb[0] + rgb[1] + rgb[2]) / 765.0f;
+    for (int32_t y = 0; y < h; ++y) {
+        uint8_t* pixel = WorkImage + size_t(y) * WorkRowBytes;
+        const uint8_t* washRow = KeepWashArea && WashAreaBuffer ? WashAreaBuffer + size_t(y) * WorkRowBytes : nullptr;
+        for (int32_t x = 0; x < w; ++x, pixel += 4) {
+            const float t = float(in.texture[size_t(y) * in.textureRow + x]);
+            const float c = float(in.coverage[size_t(y) * in.coverageRow + x]) / 255.0f;
+            int32_t e = layer.EdgeMaskWork[size_t(y) * ImageWidth + x];
+            if (!layer.Inside) e = 255 - e;
+            float s = c * (float(e) / 255.0f);
+            if (HaveMask && HostMaskData) s = s * (float(HostMaskData[size_t(y) * HostMaskRowBytes + x]) / 255.0f);
+            const float v = s * t + (1.0f - s) * 255.0f;
+            float k;
+            if (layer.Intensity >= 101) {
+                // The contrast regime; the keep value stays a float.
+                k = (float(layer.Intensity - 100) / 70.0f + 1.0f) * (v - 127.0f) + 127.0f;
+                k = std::clamp(k, 0.0f, 255.0f);
+            } else {
+                k = float(layer.Curve[size_t(TruncToInt(v) & 255)]);
+            }
+            if (washRow && k != 255.0f) {
+                const uint8_t* wash = washRow + size_t(x) * 4;
+                BlendWashArea(pixel, wash, k);
+                k = std::max(k, float(wash[3]));
+            }
+            const float a = k / 255.0f;
+            const float b = 1.0f - a;
+            switch (layer.WashType) {
+            case 0: pixel[3] = uint8_t(TruncToInt(std::min(float(pixel[3]), k))); break;
+            case 1:
+                for (int i = 0; i < 3; ++i) {
+                    const int32_t p = pixel[i];
+                    pixel[i] = Min255(TruncToInt(float(p * rgb[i] / 255) * b + float(p) * a));
+                }
+                break;
+            case 2:
+                for (int i = 0; i < 3; ++i) {
+                    const int32_t p = pixel[i];
+                    const int32_t screen = uint8_t(~(((255 - p) * (255 - rgb[i])) >> 8));
+                    pixel[i] = Min255(TruncToInt(float(screen) * b + float(p) * a));
+                }
+                break;
+            case 3:
+                for (int i = 0; i < 3; ++i) {
+                    const int32_t p = pixel[i];
+                    pixel[i] = Min255(TruncToInt(float(ColorMix(p, rgb[i], m)) * b + float(p) * a));
+                }
+                break;
+            default: break;
+            }
+        }
+        ReportProgress(float(ProgressPercent + int32_t(int64_t(ProgressSpan) * y / h)), 100);
+    }
+}
+
+void CompositeWashToMask(EffectLayer& layer) {
+    if (!gFilterRecord || !gFilterRecord->outData) return;
+    const int32_t planes = gFilterRecord->planes;
+    if (planes < (ModeIsCMYK ? 6 : 5)) return;
+    WashInputs in;
+    if (!layer.EdgeMaskWork || !Inputs(layer, in)) return;
+    const VRect rect = GetInRect();
+    const int32_t h = std::min({layer.View->Height(), layer.ActiveCoverage->Height() + 3, rect.bottom - rect.top});
+    const int32_t w = std::min({layer.View->Width(), layer.ActiveCoverage->Width() + 3, rect.right - rect.left});
+    if (h <= 0 || w <= 0) return;
+    const bool readEdge = layer.EdgeThreshold != 0 || layer.EdgeBlur != 0;
+    auto* out = static_cast<uint8_t*>(gFilterRecord->outData);
+    for (int32_t y = 0; y < h; ++y) {
+        uint8_t* pixel = out + ptrdiff_t(y) * gFilterRecord->outRowBytes;
+        const uint8_t* washRow = KeepWashArea && WashAreaBuffer ? WashAreaBuffer + size_t(y) * WorkRowBytes : nullptr;
+        for (int32_t x = 0; x < w; ++x, pixel += planes) {
+            const float t = float(in.texture[size_t(y) * in.textureRow + x]);
+            const float c = float(in.coverage[size_t(y) * in.coverageRow + x]) / 255.0f;
+            int32_t e = 255;
+            if (readEdge) {
+                e = layer.EdgeMaskWork[size_t(y) * ImageWidth + x];
+                if (!layer.Inside) e = 255 - e;
+            }
+            float s = c * (float(e) / 255.0f);
+            if (HaveMask && HostMaskData) s = s * (float(HostMaskData[size_t(y) * HostMaskRowBytes + x]) / 255.0f);
+            float k = float(layer.Curve[size_t(TruncToInt(s * t + (1.0f - s) * 255.0f) & 255)]);
+            if (washRow) {
+                const uint8_t* wash = washRow + size_t(x) * 4;
+                // Reading kept: the scaling by the pixel's alpha is in f32, not truncated.
+                k = k * float(pixel[3]) / 255.0f;
+                BlendWashArea(pixel, wash, k);
+                pixel[3] = 255;
+                k = std::max(k, float(wash[3]));
+            }
+            uint8_t& mask = pixel[planes - 1];
+            mask = uint8_t(TruncToInt(std::min(float(mask), k)));
+        }
+        ReportProgress(float(ProgressPercent + int32_t(int64_t(ProgressSpan) * y / h)), 100);
+    }
+}

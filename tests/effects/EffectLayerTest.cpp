@@ -1,0 +1,75 @@
+// Filling the layers from the record: the second wash, the link of the pair, the Use
+// flags, and carrying a placement over to a linked layer.
+#include "EffectsFixture.h"
+
+#include "host/Parameters.h"
+#include "host/ViewState.h"
+
+using namespace effectstest;
+
+namespace {
+
+class EffectLayerTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        Work(8, 6);
+        std::memset(&params_, 0, sizeof params_);
+        gParams = &params_;
+        InitParameters();
+        ActiveTab = TabBasic;
+    }
+    void TearDown() override {
+        DestroyEngine();
+        LinkWash = 0;
+        ActiveTab = TabBasic;
+        ViewWash = 0;
+        gParams = nullptr;
+        EngineTest::TearDown();
+    }
+    FilterParameters params_;
+};
+
+} // namespace
+
+TEST_F(EffectLayerTest, SecondWashLinkAndUseFlags) {
+    CreateEngine();
+    EXPECT_TRUE(WashLayers[0].Source) << "a missing file still gives a white stand-in";
+    EXPECT_FALSE(WashLayers[1].Source) << "no second wash: constructed, never filled";
+    EXPECT_EQ(WashLayers[0].CoverageDirty, 0);
+    ASSERT_TRUE(WashLayers[0].ActiveCoverage);
+
+    params_.SecondWashExists = 1;
+    std::strcpy(params_.WashFileName2, "No_Texture.qzt");
+    ActiveTab = TabWash;
+    ViewWash = ViewCodeWashTwo;
+    CreateEngine();
+    EXPECT_TRUE(WashLayers[1].Source);
+    EXPECT_EQ(params_.UseWash, 0) << "the wash shown alone has no texture";
+    ViewWash = ViewCodeComposite;
+    CreateEngine();
+    EXPECT_EQ(params_.UseWash, 1);
+
+    LinkWash = 1;
+    CreateEngine();
+    EXPECT_STREQ(params_.WashFileName2, params_.WashFileName1) << "the link copies the name at fill time";
+}
+
+TEST_F(EffectLayerTest, LinkedWashesTakeTheEditedPlacement) {
+    params_.SecondWashExists = 1;
+    CreateEngine();
+    RotateLayerCcw(WashLayers[1]);
+    EXPECT_EQ(WashLayers[1].Angle, 270);
+    WashLayers[0].Angle = 90;
+    WashLayers[0].FlipHor = 1;
+    LinkWash = 1;
+    CarryLinkedSettings(WashLayers[0]);
+    EXPECT_EQ(WashLayers[1].Angle, 90) << "two quarter turns back";
+    EXPECT_EQ(params_.WashAngle2, 90);
+    EXPECT_EQ(WashLayers[1].FlipHor, 1);
+    EXPECT_EQ(params_.WashFlipHor2, 1);
+    LinkWash = 0;
+    WashLayers[0].Angle = 0;
+    CarryLinkedSettings(WashLayers[0]);
+    EXPECT_EQ(WashLayers[1].Angle, 90) << "unlinked: nothing moves";
+}

@@ -1,0 +1,121 @@
+// Washes through the whole plug-in, driven by hostsim, with textures of known values
+// in a data folder of the test's own.
+#include "shell/ShellFixture.h"
+
+#include "platform/Alert.h"
+#include "platform/ModulePath.h"
+#include "raster/TextureTestFiles.h"
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+
+using namespace shelltest;
+
+namespace {
+
+class WashHostTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        static std::atomic<int> counter{0};
+        root_ = std::filesystem::temp_directory_path() /
+                ("qz-wash-" + std::to_string(reinterpret_cast<uintptr_t>(this)) + "-" + std::to_string(counter++));
+        std::filesystem::remove_all(root_);
+        std::filesystem::create_directories(root_ / "Quenzit");
+        SetModuleFilePathOverride((root_ / "Quenzit64.8bf").string());
+    }
+    void TearDown() override {
+        SetModuleFilePathOverride("");
+        std::error_code ignored;
+        std::filesystem::remove_all(root_, ignored);
+    }
+    // A one-plane texture of the document's size, `value` everywhere.
+    void Texture(const char* name, int32 w, int32 h, uint8 value) {
+        const std::vector<uint8_t> raw(size_t(w) * h, value);
+        rastertest::WriteTexture((root_ / "Quenzit" / name).string(), false, uint32_t(w), uint32_t(h), 1,
+                                 rastertest::Compress(raw));
+    }
+    // Only the washes are on.
+    static hostsim::Descriptor Washes(const char* first, int32 type1, const char* second = nullptr, int32 type2 = 0) {
+        hostsim::Descriptor d;
+        for (DescriptorKeyID key : {FourCC("SFN1"), FourCC("SFN2"), FourCC("BkFN")}) d.PutText(key, "No_Texture.qzt");
+        d.PutText(FourCC("WFN1"), first);
+        d.PutInteger(FourCC("WTp1"), type1);
+        d.PutBoolean(FourCC("W2Ex"), second != nullptr);
+        if (second) {
+            d.PutText(FourCC("WFN2"), second);
+            d.PutInteger(FourCC("WTp2"), type2);
+        }
+        return d;
+    }
+    static hostsim::Document Opaque(int32 w, int32 h) {
+        std::vector<uint8> pixels = TestCard(w, h, 4);
+        for (size_t i = 3; i < pixels.size(); i += 4) pixels[i] = 255;
+        return hostsim::MakeDocument(w, h, plugInModeRGBColor, 8, pixels, 4);
+    }
+    std::filesystem::path root_;
+    AlertCapture alerts_; // the surfaces and background have no files here
+};
+
+} // namespace
+
+TEST_F(WashHostTest, AWhiteTextureChangesNothingWhateverTheType) {
+    Texture("White.qzt", 24, 16, 255);
+    for (int planes : {3, 4}) {
+        for (int32 type = 0; type < 4; ++type) {
+            auto host = MakeHost(RgbDocument(24, 16, planes));
+            const hostsim::Layer before = host->Doc().Target();
+            hostsim::Descriptor d = Washes("White.qzt", type, "White.qzt", 3 - type);
+            ASSERT_EQ(host->PlayAction(d, plugInDialogDontDisplay), noErr);
+            EXPECT_EQ(host->Doc().Target().pixels, before.pixels) << planes << " planes, type " << type;
+            EXPECT_EQ(host->Doc().Target().transparency, before.transparency);
+            ExpectNoMisuse(*host);
+        }
+    }
+}
+
+TEST_F(WashHostTest, ErosionLowersAlphaAndWashesTakeTheMinimum) {
+    Texture("Grey100.qzt", 24, 16, 100);
+    Texture("Grey60.qzt", 24, 16, 60);
+    Texture("Grey160.qzt", 24, 16, 160);
+    struct Case {
+        const char* first;
+        const char* second;
+        int limit;
+    };
+    for (const Case& c : {Case{"Grey100.qzt", nullptr, 100}, Case{"Grey100.qzt", "Grey60.qzt", 60},
+                          Case{"Grey60.qzt", "Grey100.qzt", 60}, Case{"Grey100.qzt", "Grey160.qzt", 100}}) {
+        auto host = MakeHost(RgbDocument(24, 16, 4));
+        const hostsim::Layer before = host->Doc().Target();
+        ASSERT_EQ(host->PlayAction(Washes(c.first, 0, c.second, 0), plugInDialogDontDisplay), noErr);
+        const hostsim::Layer& after = host->Doc().Target();
+        EXPECT_EQ(after.pixels, before.pixels) << "Erosion leaves the colour";
+        ASSERT_EQ(after.transparency.size(), before.transparency.size());
+        size_t lowered = 0;
+        for (size_t i = 0; i < before.transparency.size(); ++i) {
+            ASSERT_EQ(after.transparency[i], std::min<int>(before.transparency[i], c.limit)) << c.first << " at " << i;
+            lowered += after.transparency[i] < before.transparency[i];
+        }
+        EXPECT_GT(lowered, before.transparency.size() / 2);
+    }
+}
+
+TEST_F(WashHostTest, OutsideTheEdgeAMaskOfZeroIsFullStrength) {
+    const int32 w = 20, h = 12;
+    Texture("Black.qzt", w, h, 0);
+    for (bool inside : {false, true}) {
+        auto host = MakeHost(Opaque(w, h));
+        hostsim::Descriptor d = Washes("Black.qzt", 0);
+        d.PutInteger(FourCC("EDs1"), 50); // deepest point 6: below 3 from the edge the mask is 0
+        d.PutBoolean(FourCC("Isd1"), inside);
+        ASSERT_EQ(host->PlayAction(d, plugInDialogDontDisplay), noErr);
+        const std::vector<uint8>& alpha = host->Doc().Target().transparency;
+        ASSERT_EQ(alpha.size(), size_t(w) * h);
+        for (int32 y = 0; y < h; ++y)
+            for (int32 x = 0; x < w; ++x) {
+                const bool nearEdge = std::min({x, y, w - 1 - x, h - 1 - y}) < 2;
+                EXPECT_EQ(alpha[size_t(y) * w + x], nearEdge == inside ? 255 : 0)
+                    << (inside ? "inside" : "outside") << " at " << x << "," << y;
+            }
+    }
+}
