@@ -1,0 +1,74 @@
+// The wash path of a final run on a 6000 by 4000 RGB document, stage by stage and whole.
+// Reported per pixel of the document. The whole run plays the default wash (Scratched,
+// from the generated data folder) with surfaces and background off, through hostsim;
+// subtract texture_load_bench's figure for the texture load to get the wash path alone.
+#include "effects/Noise.h"
+#include "effects/WashMask.h"
+#include "hostsim/Descriptor.h"
+#include "hostsim/Host.h"
+#include "host/PluginMain.h"
+#include "platform/ModulePath.h"
+#include "raster/Raster.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+constexpr int32_t kWidth = 6000, kHeight = 4000;
+constexpr double kPixels = double(kWidth) * kHeight;
+
+// Pixels a second; 1e9 divided by it is the time per pixel in ns.
+void PerPixel(benchmark::State& state) {
+    state.counters["pixels"] = benchmark::Counter(kPixels, benchmark::Counter::kIsIterationInvariantRate);
+}
+
+void BM_FillNoiseFull(benchmark::State& state) {
+    Raster raster;
+    raster.MakeRaster(1, RasterRect{0, 0, kHeight, kWidth}, 1, 8, 1, 1);
+    for (auto _ : state) benchmark::DoNotOptimize(FillNoiseFull(&raster, 123, kNoiseBlack, kNoiseWhite, 128.0));
+    PerPixel(state);
+}
+
+void BM_DistanceTransform(benchmark::State& state) {
+    std::vector<uint32_t> map(size_t(kWidth) * kHeight);
+    for (auto _ : state) {
+        state.PauseTiming();
+        // A selection-like shape: everything inside a frame is away from the edge.
+        for (int32_t y = 0; y < kHeight; ++y)
+            for (int32_t x = 0; x < kWidth; ++x)
+                map[size_t(y) * kWidth + x] = (x > 0 && y > 0 && x < kWidth - 1 && y < kHeight - 1) ? 1u : 0u;
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(DistanceTransform(map.data(), kWidth, kHeight));
+    }
+    PerPixel(state);
+}
+
+void BM_WashFinalRun(benchmark::State& state) {
+    const std::filesystem::path data = QZ_DATA_DIR;
+    if (!std::filesystem::exists(data / "Scratched.qzt")) {
+        state.SkipWithError("the generated data folder is missing");
+        return;
+    }
+    SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+    std::vector<uint8> pixels(size_t(kWidth) * kHeight * 3);
+    for (size_t i = 0; i < pixels.size(); ++i) pixels[i] = uint8((i * 2654435761u) >> 24);
+    hostsim::Descriptor look;
+    for (const char* key : {"SFN1", "SFN2", "BkFN"}) look.PutText(FourCC(*reinterpret_cast<const char(*)[5]>(key)), "No_Texture.qzt");
+    for (auto _ : state) {
+        state.PauseTiming();
+        hostsim::Host host(hostsim::MakeDocument(kWidth, kHeight, plugInModeRGBColor, 8, pixels, 3), {}, PluginMain);
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(host.PlayAction(look, plugInDialogDontDisplay));
+    }
+    PerPixel(state);
+}
+
+} // namespace
+
+BENCHMARK(BM_FillNoiseFull)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_DistanceTransform)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_WashFinalRun)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK_MAIN();
