@@ -8,6 +8,7 @@
 #include "host/RunFilter.h"
 #include "host/Session.h"
 
+#include <algorithm>
 #include <cstring>
 
 using namespace shelltest;
@@ -27,7 +28,11 @@ bool RecordedFlag(const hostsim::Host& host, const char (&key)[5]) {
 
 hostsim::Descriptor Off(std::initializer_list<std::pair<const char*, int32>> flags, bool wash = false) {
     hostsim::Descriptor d = AllEffectsOff();
-    if (wash) d.PutText(FourCC("WFN1"), "Scratched.qzt");
+    if (wash) {
+        // A texture that cannot be found is white; inverted, it is a wash at full strength.
+        d.PutText(FourCC("WFN1"), "Missing_Here.qzt");
+        d.PutBoolean(FourCC("WIv1"), true);
+    }
     for (auto [key, value] : flags) {
         const DescriptorKeyID k = FourCC(*reinterpret_cast<const char(*)[5]>(key));
         if (std::strcmp(key, "ILNS") == 0)
@@ -112,7 +117,10 @@ TEST(Passes, MaskPassCopiesEveryPlaneThroughTheKeptBuffers) {
     const std::vector<uint8> before = second->Doc().Target().pixels;
     ASSERT_EQ(second->PlayAction(Off({{"NLWs", 1}, {"ILNW", 1}}, true), plugInDialogDontDisplay), noErr);
     EXPECT_FALSE(RecordedFlag(*second, "ILNW")) << "the mask pass clears its note";
-    EXPECT_EQ(second->Doc().Target().pixels, before);
+    EXPECT_EQ(second->Doc().Target().pixels, before) << "colours are copied";
+    const std::vector<uint8>& mask = second->Doc().Target().layerMask;
+    EXPECT_TRUE(std::any_of(mask.begin(), mask.end(), [](uint8 m) { return m != 200; }))
+        << "the wash went into the mask plane";
     ExpectNoMisuse(*second);
 }
 
