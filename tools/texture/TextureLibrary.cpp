@@ -424,7 +424,7 @@ const TextureSpec* FindTextureSpec(const std::string& name) {
     return nullptr;
 }
 
-Texture RenderTexture(const TextureSpec& spec, int width, int height) {
-    const Canvas canvas(width > 0 ? width : spec.width, height > 0 ? height : spec.height);
-    return spec.make(canvas, spec.seed);
+Texture RenderTexture(const TextureSpec& entry, int width, int height) {
+    const Canvas canvas(width > 0 ? width : entry.width, height > 0 ? height : entry.height);
+    return entry.make(canvas, entry.seed);
 }

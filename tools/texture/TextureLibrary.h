@@ -56,4 +56,4 @@ const TextureSpec* FindTextureSpec(const std::string& name);
 
 // Renders a texture at its own size, or at another size (for tests and previews):
 // the design scales with the canvas.
-synth::Texture RenderTexture(const TextureSpec& spec, int width = 0, int height = 0);
+synth::Texture RenderTexture(const TextureSpec& entry, int width = 0, int height = 0);

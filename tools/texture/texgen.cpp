@@ -69,22 +69,22 @@ int main(int argc, char** argv) {
     std::mutex printing;
     auto worker = [&] {
         for (size_t i = next++; i < todo.size(); i = next++) {
-            const TextureSpec& spec = *todo[i];
+            const TextureSpec& entry = *todo[i];
             const auto t0 = std::chrono::steady_clock::now();
-            const synth::Texture tex = RenderTexture(spec);
+            const synth::Texture tex = RenderTexture(entry);
             std::string error;
-            bool ok = tex.planes == spec.planes;
+            bool ok = tex.planes == entry.planes;
             if (!ok) error = "generator made " + std::to_string(tex.planes) + " planes";
-            ok = ok && WriteTextureFile(outDir + "/" + spec.name, uint32_t(tex.w), uint32_t(tex.h),
+            ok = ok && WriteTextureFile(outDir + "/" + entry.name, uint32_t(tex.w), uint32_t(tex.h),
                                         uint32_t(tex.planes), tex.data.data(),
-                                        {spec.setId, 0, spec.effectMask},
+                                        {entry.setId, 0, entry.effectMask},
                                         TextureHeaderForm::Current, error, kLevel);
             std::lock_guard<std::mutex> lock(printing);
             if (!ok) {
                 failed = true;
-                std::fprintf(stderr, "qz-texgen: %s: %s\n", spec.name, error.c_str());
+                std::fprintf(stderr, "qz-texgen: %s: %s\n", entry.name, error.c_str());
             } else {
-                std::printf("%-28s %4d x %-4d %s %5.2f s\n", spec.name, tex.w, tex.h,
+                std::printf("%-28s %4d x %-4d %s %5.2f s\n", entry.name, tex.w, tex.h,
                             tex.planes == 1 ? "grey  " : "colour", Seconds(t0));
             }
         }
