@@ -1,0 +1,372 @@
+// quenzit: the filter from the command line. Each picture becomes a one-layer document of
+// hostsim, and the plug-in linked in here plays it as an action step with its dialog off.
+#include "ImageFiles.h"
+#include "ParameterArgs.h"
+#include "Render.h"
+
+#include "platform/ModulePath.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kExitOk = 0;
+constexpr int kExitUsage = 1;
+constexpr int kExitInput = 2;
+constexpr int kExitRender = 3;
+
+const char kToolHelp[] =
+    "Usage: quenzit COMMAND [options]\n"
+    "\n"
+    "Runs the Quenzit filter without a host, for batch work.\n"
+    "\n"
+    "Commands:\n"
+    "  render [options] INPUT...   distress pictures (quenzit render --help)\n"
+    "  params                      every parameter key with its field, type, default and range\n"
+    "  preset show FILE            the parameters a preset file sets\n"
+    "  texture pack|info ...       texture files (.qzt): quenzit texture --help\n"
+    "\n"
+    "quenzit COMMAND --help tells more about a command.\n"
+    "\n"
+    "Exit status: 0 done; 1 usage error; 2 a file could not be read or written;\n"
+    "3 the filter failed on a picture.\n";
+
+const char kRenderHelp[] =
+    "Usage: quenzit render [options] INPUT...\n"
+    "\n"
+    "Runs the filter over each picture as a host plays an action step with its dialog off.\n"
+    "Inputs: PNG (8-bit grey, grey with alpha, RGB, RGBA) and JPEG; grey pictures run as RGB.\n"
+    "Output: PNG, RGB or RGBA.\n"
+    "\n"
+    "  -o, --output PATH      output file for one input, or a folder for several (created if\n"
+    "                         missing). Default: INPUT's name with -quenzit.png, beside it.\n"
+    "  -p, --preset FILE      apply a preset file (.qztpst); may repeat, applied in order over\n"
+    "                         the defaults\n"
+    "  -s, --set KEY=VALUE    set one parameter by its four-character key (WTp1=2,\n"
+    "                         WFN1=Rusted.qzt, SAp1=45.5, Cov1=-40); may repeat; applied last.\n"
+    "                         Values outside a field's range are taken with a warning.\n"
+    "      --data DIR         the data folder (textures, presets), named Quenzit. Default:\n"
+    "                         $QUENZIT_DATA, else ../data/Quenzit from this program's folder\n"
+    "      --selection MASK   8-bit grey PNG of the picture's size: the selection (255 = in)\n"
+    "      --cmyk             run the document in CMYK mode (converted by the host's colour\n"
+    "                         services); the result is converted back to RGB for the PNG\n"
+    "      --flat             ignore the picture's alpha and run a flat document\n"
+    "      --random[=SEED]    the Auto look (random effects) instead of the defaults; without a\n"
+    "                         SEED the clock chooses one, and it is printed\n"
+    "      --quiet            no progress bar (otherwise shown on stderr when it is a terminal)\n"
+    "  -h, --help             this text\n"
+    "\n"
+    "Several inputs run one after the other; a failure on one is reported and the others\n"
+    "still run. Exit status: 0 all done; 1 usage error (nothing is rendered); 2 a file could\n"
+    "not be read or written; 3 the filter failed on a picture.\n";
+
+const char kParamsHelp[] =
+    "Usage: quenzit params\n"
+    "\n"
+    "Lists every key that --set and presets take: the record's field, the type the key\n"
+    "travels as, its default and the range the dialog keeps to (- when there is none).\n"
+    "Booleans take true, false, 1 or 0; colours an integer, 0x hexadecimal allowed.\n";
+
+const char kPresetHelp[] =
+    "Usage: quenzit preset show FILE\n"
+    "\n"
+    "Lists the fields a preset file (.qztpst) sets, with the values it gives them: key (- for\n"
+    "fields without one), field and value. Link flags and the colours of colour presets are\n"
+    "listed too.\n";
+
+int Usage(const std::string& message, const char* command = nullptr) {
+    std::fprintf(stderr, "quenzit: %s\n(quenzit %s--help tells the options)\n", message.c_str(),
+                 command ? (std::string(command) + " ").c_str() : "");
+    return kExitUsage;
+}
+
+// The data folder next to the build's programs: bin/../data/Quenzit.
+fs::path DefaultData() {
+    if (const char* env = std::getenv("QUENZIT_DATA"); env && *env) return env;
+    std::error_code ec;
+    const fs::path self = fs::read_symlink("/proc/self/exe", ec);
+    if (ec) return {};
+    return self.parent_path().parent_path() / "data" / "Quenzit";
+}
+
+bool HasPngExtension(const fs::path& p) {
+    std::string ext = p.extension().string();
+    std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return char(std::tolower(c)); });
+    return ext == ".png";
+}
+
+// One line per picture: the plug-in's progress is only known after its run.
+void ShowProgress(const std::string& name, int done, int total) {
+    constexpr int kWidth = 30;
+    const int filled = total > 0 ? int(int64_t(std::clamp(done, 0, total)) * kWidth / total) : kWidth;
+    std::fprintf(stderr, "\r[%s%s] %s\n", std::string(size_t(filled), '#').c_str(),
+                 std::string(size_t(kWidth - filled), ' ').c_str(), name.c_str());
+}
+
+int Render(int argc, char** argv) {
+    std::vector<std::string> inputs, presets, settings;
+    std::string output, data, selection;
+    bool flat = false, quiet = false, cmyk = false, optionsDone = false;
+    std::optional<int64_t> randomSeed;
+    for (int i = 0; i < argc; ++i) {
+        std::string arg = argv[i];
+        std::string inlineValue;
+        bool hasInline = false;
+        if (!optionsDone && arg.compare(0, 2, "--") == 0 && arg.find('=') != std::string::npos) {
+            inlineValue = arg.substr(arg.find('=') + 1);
+            arg = arg.substr(0, arg.find('='));
+            hasInline = true;
+        }
+        const auto value = [&](std::string& into) {
+            if (hasInline) {
+                into = inlineValue;
+                return true;
+            }
+            if (i + 1 >= argc) return false;
+            into = argv[++i];
+            return true;
+        };
+        std::string v;
+        if (optionsDone || arg.empty() || arg[0] != '-' || arg == "-") {
+            inputs.push_back(arg);
+        } else if (arg == "--") {
+            optionsDone = true;
+        } else if (arg == "-h" || arg == "--help") {
+            std::fputs(kRenderHelp, stdout);
+            return kExitOk;
+        } else if (arg == "-o" || arg == "--output") {
+            if (!value(output)) return Usage(arg + " needs a path", "render");
+        } else if (arg == "-p" || arg == "--preset") {
+            if (!value(v)) return Usage(arg + " needs a file", "render");
+            presets.push_back(v);
+        } else if (arg == "-s" || arg == "--set") {
+            if (!value(v)) return Usage(arg + " needs KEY=VALUE", "render");
+            settings.push_back(v);
+        } else if (arg == "--data") {
+            if (!value(data)) return Usage("--data needs a folder", "render");
+        } else if (arg == "--selection") {
+            if (!value(selection)) return Usage("--selection needs a file", "render");
+        } else if (arg == "--flat") {
+            flat = true;
+        } else if (arg == "--quiet") {
+            quiet = true;
+        } else if (arg == "--random") {
+            if (!hasInline) {
+                randomSeed = int64_t(std::time(nullptr));
+            } else {
+                char* end = nullptr;
+                errno = 0;
+                randomSeed = std::strtoll(inlineValue.c_str(), &end, 10);
+                if (inlineValue.empty() || *end || errno) return Usage("--random=SEED needs a whole number", "render");
+            }
+        } else if (arg == "--cmyk") {
+            cmyk = true;
+        } else {
+            return Usage("unknown option " + arg, "render");
+        }
+    }
+    if (inputs.empty()) return Usage("render needs at least one input picture", "render");
+
+    // Everything the command line says is checked before any picture is touched.
+    hostsim::Descriptor played;
+    std::vector<std::string> warnings;
+    for (const std::string& s : settings) {
+        hostsim::Descriptor scratch;
+        if (const std::string wrong = PutSetting(s, scratch, warnings); !wrong.empty())
+            return Usage("--set " + wrong, "render");
+    }
+
+    std::vector<fs::path> outputs;
+    std::error_code ec;
+    const bool intoFolder =
+        inputs.size() > 1 || (!output.empty() && (output.back() == '/' || fs::is_directory(output, ec)));
+    if (!output.empty() && intoFolder) {
+        if (fs::exists(output, ec) && !fs::is_directory(output, ec))
+            return Usage(output + " is a file; several inputs need an output folder", "render");
+        std::set<fs::path> seen;
+        for (const std::string& in : inputs) {
+            const fs::path out = fs::path(output) / fs::path(in).filename().replace_extension(".png");
+            if (!seen.insert(out).second)
+                return Usage("two inputs would both be written to " + out.string(), "render");
+            outputs.push_back(out);
+        }
+    } else if (!output.empty()) {
+        if (!HasPngExtension(output)) return Usage(output + ": only PNG output (.png) is available so far", "render");
+        outputs.push_back(output);
+    } else {
+        for (const std::string& in : inputs) {
+            fs::path out = in;
+            out.replace_filename(out.stem().string() + "-quenzit.png");
+            outputs.push_back(out);
+        }
+    }
+
+    const fs::path dataDir = data.empty() ? DefaultData() : fs::path(data);
+    if (dataDir.empty() || !fs::is_directory(dataDir, ec)) {
+        std::fprintf(stderr, "quenzit: %s: the data folder is missing (give --data or set QUENZIT_DATA)\n",
+                     dataDir.string().c_str());
+        return kExitInput;
+    }
+    const fs::path canonicalData = fs::weakly_canonical(dataDir, ec);
+    if (canonicalData.filename() != "Quenzit")
+        return Usage(dataDir.string() + ": the data folder must be named Quenzit", "render");
+    // The plug-in finds its data folder beside its own module.
+    SetModuleFilePathOverride((canonicalData.parent_path() / "Quenzit64.8bf").string());
+
+    if (randomSeed) std::fprintf(stderr, "quenzit: the Auto look of seed %lld (--random=%lld makes it again)\n",
+                                 static_cast<long long>(*randomSeed), static_cast<long long>(*randomSeed));
+    if (!presets.empty() || randomSeed) {
+        std::string error;
+        if (!PutRecord(presets, randomSeed, played, error)) {
+            std::fprintf(stderr, "quenzit: %s\n", error.c_str());
+            return kExitInput;
+        }
+    }
+    // Checked above; the warnings were collected then.
+    std::vector<std::string> again;
+    for (const std::string& s : settings) PutSetting(s, played, again);
+    for (const std::string& w : warnings) std::fprintf(stderr, "quenzit: warning: %s\n", w.c_str());
+
+    const fs::path outFolder = intoFolder ? fs::path(output) : fs::path(output).parent_path();
+    if (!outFolder.empty()) {
+        fs::create_directories(outFolder, ec);
+        if (ec) {
+            std::fprintf(stderr, "quenzit: %s: cannot create the folder: %s\n", outFolder.string().c_str(),
+                         ec.message().c_str());
+            return kExitInput;
+        }
+    }
+
+    const bool bar = !quiet && isatty(STDERR_FILENO);
+    RenderOptions options;
+    options.flat = flat;
+    options.cmyk = cmyk;
+    options.selection = selection;
+    int exitCode = kExitOk;
+    for (size_t n = 0; n < inputs.size(); ++n) {
+        const std::string& in = inputs[n];
+        Picture picture;
+        std::string error;
+        if (!ReadPicture(in, picture, error)) {
+            std::fprintf(stderr, "quenzit: %s: %s\n", in.c_str(), error.c_str());
+            exitCode = std::max(exitCode, kExitInput);
+            continue;
+        }
+        if (bar) std::fprintf(stderr, "[%s] %s", std::string(30, ' ').c_str(), in.c_str());
+        const RenderResult r = RenderPicture(picture, options, played);
+        if (bar) ShowProgress(in, r.lastDone, r.lastTotal);
+        if (r.status != RenderStatus::Done) {
+            std::fprintf(stderr, "quenzit: %s: %s\n", in.c_str(), r.message.c_str());
+            exitCode = std::max(exitCode, r.status == RenderStatus::BadInput ? kExitInput : kExitRender);
+            continue;
+        }
+        // Written aside and renamed, so a failed write leaves no partial picture.
+        const fs::path out = outputs[n];
+        const fs::path part = out.string() + ".part";
+        if (!WritePicture(part.string(), r.picture, error)) {
+            fs::remove(part, ec);
+            std::fprintf(stderr, "quenzit: %s: %s\n", out.string().c_str(), error.c_str());
+            exitCode = std::max(exitCode, kExitInput);
+            continue;
+        }
+        fs::rename(part, out, ec);
+        if (ec) {
+            fs::remove(part, ec);
+            std::fprintf(stderr, "quenzit: %s: %s\n", out.string().c_str(), ec.message().c_str());
+            exitCode = std::max(exitCode, kExitInput);
+            continue;
+        }
+        if (!quiet) std::printf("%s\n", out.string().c_str());
+    }
+    return exitCode;
+}
+
+int Params(int argc, char** argv) {
+    for (int i = 0; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "-h" || arg == "--help") {
+            std::fputs(kParamsHelp, stdout);
+            return kExitOk;
+        }
+        return Usage("params takes no arguments", "params");
+    }
+    PrintParameterTable(stdout);
+    return kExitOk;
+}
+
+int Preset(int argc, char** argv) {
+    const std::string sub = argc > 0 ? argv[0] : "";
+    if (sub == "-h" || sub == "--help") {
+        std::fputs(kPresetHelp, stdout);
+        return kExitOk;
+    }
+    if (sub != "show" || argc != 2) return Usage("preset show needs one preset file", "preset");
+    std::string error;
+    if (!ShowPreset(argv[1], stdout, error)) {
+        std::fprintf(stderr, "quenzit: %s: %s\n", argv[1], error.c_str());
+        return kExitInput;
+    }
+    return kExitOk;
+}
+
+// The texture commands are those of qz-texture, which is built beside this program.
+int Texture(int argc, char** argv) {
+    std::error_code ec;
+    const fs::path tool = fs::read_symlink("/proc/self/exe", ec).parent_path() / "qz-texture";
+    const std::string sub = argc > 0 ? argv[0] : "";
+    if (sub != "pack" && sub != "info") {
+        if (sub == "-h" || sub == "--help") {
+            std::fputs("Usage: quenzit texture pack IMAGE OUT.qzt [--grey] [--set-id N] [--effects BITS]\n"
+                       "       quenzit texture info FILE...\n"
+                       "\n"
+                       "pack makes a texture file from a PNG or JPEG (colour, or grey with --grey); BITS is\n"
+                       "the effect mask, decimal or 0x hexadecimal. info tells what texture files hold.\n"
+                       "Exit status: 0 done; 1 usage error; 2 an input could not be read; 3 the output\n"
+                       "could not be written.\n",
+                       stdout);
+            return kExitOk;
+        }
+        return Usage("texture needs pack or info", "texture");
+    }
+    std::vector<char*> args;
+    std::string name = tool.string();
+    args.push_back(name.data());
+    for (int i = 0; i < argc; ++i) args.push_back(argv[i]);
+    args.push_back(nullptr);
+    std::fflush(nullptr);
+    execv(name.c_str(), args.data());
+    std::fprintf(stderr, "quenzit: %s: %s\n", name.c_str(), std::strerror(errno));
+    return kExitInput;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) return Usage("a command is needed");
+    const std::string command = argv[1];
+    if (command == "-h" || command == "--help" || command == "help") {
+        std::fputs(kToolHelp, stdout);
+        return kExitOk;
+    }
+    if (command == "render") return Render(argc - 2, argv + 2);
+    if (command == "params") return Params(argc - 2, argv + 2);
+    if (command == "preset") return Preset(argc - 2, argv + 2);
+    if (command == "texture") return Texture(argc - 2, argv + 2);
+    return Usage("unknown command \"" + command + "\"");
+}

@@ -1,0 +1,327 @@
+#include "ImageFiles.h"
+
+#include "host/Parameters.h"
+#include "host/PluginMain.h"
+#include "hostsim/Host.h"
+#include "hostsim/Registry.h"
+#include "platform/ModulePath.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+#include <sys/wait.h>
+
+#include <cstddef>
+// jpeglib.h needs FILE and size_t first.
+#include <jpeglib.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Outcome {
+    int code;
+    std::string err, out;
+};
+
+class Quenzit : public ::testing::Test {
+protected:
+    void SetUp() override {
+        dir_ = fs::path(QZ_WORK_DIR) / ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        fs::remove_all(dir_);
+        fs::create_directories(dir_);
+    }
+
+    std::string At(const std::string& name) const { return (dir_ / name).string(); }
+
+    Outcome Quiet(const std::string& args) const {
+        const std::string err = At("stderr.txt"), out = At("stdout.txt");
+        const std::string command = std::string("QUENZIT_DATA='") + QZ_DATA_DIR + "' '" + QZ_QUENZIT + "' " + args +
+                                    " >'" + out + "' 2>'" + err + "'";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(err), Slurp(out)};
+    }
+
+    static std::string Slurp(const std::string& path) {
+        std::ifstream f(path, std::ios::binary);
+        std::stringstream s;
+        s << f.rdbuf();
+        return s.str();
+    }
+
+    // A picture with structure in every channel, alpha with a hole.
+    static Picture Card(uint32_t w, uint32_t h, int channels) {
+        Picture p;
+        p.width = w;
+        p.height = h;
+        p.channels = channels;
+        for (uint32_t y = 0; y < h; ++y)
+            for (uint32_t x = 0; x < w; ++x)
+                for (int c = 0; c < channels; ++c)
+                    p.samples.push_back(c == 3 ? uint8_t(x > w / 4 ? 255 : 40) : uint8_t(x * 5 + y * 3 + c * 80));
+        return p;
+    }
+
+    std::string Write(const std::string& name, const Picture& p) const {
+        std::string error;
+        EXPECT_TRUE(WritePicture(At(name), p, error)) << error;
+        return At(name);
+    }
+
+    Picture Read(const std::string& name) const {
+        Picture p;
+        std::string error;
+        EXPECT_TRUE(ReadPicture(At(name), p, error)) << name << ": " << error;
+        return p;
+    }
+
+    fs::path dir_;
+};
+
+// The plug-in in this process, played by hostsim as a host with its dialog off.
+std::vector<uint8_t> HostRender(const std::vector<uint8_t>& samples, uint32_t w, uint32_t h, int16 mode, int planes,
+                                const std::vector<uint8_t>& selection) {
+    SetModuleFilePathOverride((fs::path(QZ_DATA_DIR).parent_path() / "Quenzit64.8bf").string());
+    hostsim::Document doc = hostsim::MakeDocument(int32(w), int32(h), mode, 8, samples, planes);
+    doc.selection = selection;
+    hostsim::HostOptions options;
+    options.writesOutsideSelection = true;
+    options.registry = std::make_shared<hostsim::Registry>();
+    hostsim::Host host(std::move(doc), options, &PluginMain);
+    EXPECT_EQ(host.PlayAction(hostsim::Descriptor(), plugInDialogDontDisplay), noErr);
+    return host.Doc().TargetInterleaved(true);
+}
+
+std::vector<uint8_t> HostRender(const Picture& p, const std::vector<uint8_t>& selection) {
+    return HostRender(p.samples, p.width, p.height, plugInModeRGBColor, p.channels, selection);
+}
+
+void WriteJpeg(const std::string& path, const Picture& p) {
+    jpeg_compress_struct cinfo;
+    jpeg_error_mgr err;
+    cinfo.err = jpeg_std_error(&err);
+    jpeg_create_compress(&cinfo);
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    jpeg_stdio_dest(&cinfo, f);
+    cinfo.image_width = p.width;
+    cinfo.image_height = p.height;
+    cinfo.input_components = 3;
+    cinfo.in_color_space = JCS_RGB;
+    jpeg_set_defaults(&cinfo);
+    jpeg_start_compress(&cinfo, TRUE);
+    while (cinfo.next_scanline < cinfo.image_height) {
+        JSAMPROW row = const_cast<uint8_t*>(p.samples.data()) + size_t(cinfo.next_scanline) * p.width * 3;
+        jpeg_write_scanlines(&cinfo, &row, 1);
+    }
+    jpeg_finish_compress(&cinfo);
+    jpeg_destroy_compress(&cinfo);
+    std::fclose(f);
+}
+
+TEST_F(Quenzit, DefaultsRenderAsTheHostDoes) {
+    const Picture rgb = Card(90, 60, 3);
+    Outcome r = Quiet("render --quiet '" + Write("rgb.png", rgb) + "' -o '" + At("rgb-out.png") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    const std::vector<uint8_t> expected = HostRender(rgb, {});
+    EXPECT_NE(expected, rgb.samples); // the default look changes the picture
+    EXPECT_EQ(Read("rgb-out.png").samples, expected);
+
+    // Transparency and a selection reach the plug-in as a host's would.
+    const Picture rgba = Card(90, 60, 4);
+    Picture mask = Card(90, 60, 1);
+    for (size_t i = 0; i < mask.samples.size(); ++i) mask.samples[i] = (i % 90) < 45 ? 255 : 0;
+    r = Quiet("render --quiet '" + Write("rgba.png", rgba) + "' --selection '" + Write("mask.png", mask) + "' -o '" +
+              At("rgba-out.png") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    const Picture out = Read("rgba-out.png");
+    EXPECT_EQ(out.channels, 4);
+    EXPECT_EQ(out.samples, HostRender(rgba, mask.samples));
+    EXPECT_NE(out.samples, HostRender(rgba, {}));
+
+    // A JPEG renders as its decoded pixels do.
+    WriteJpeg(At("photo.jpg"), rgb);
+    r = Quiet("render --quiet '" + At("photo.jpg") + "' -o '" + At("photo.png") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(Read("photo.png").samples, HostRender(Read("photo.jpg"), {}));
+
+    // --cmyk: the host's naive conversion there (255 is no ink) and back.
+    r = Quiet("render --quiet --cmyk '" + At("rgb.png") + "' -o '" + At("cmyk.png") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    std::vector<uint8_t> cmyk;
+    for (size_t i = 0; i < rgb.samples.size(); i += 3) {
+        const unsigned k = std::max({rgb.samples[i], rgb.samples[i + 1], rgb.samples[i + 2]});
+        for (size_t c = 0; c < 3; ++c) cmyk.push_back(uint8_t(k ? (rgb.samples[i + c] * 510u + k) / (2 * k) : 255));
+        cmyk.push_back(uint8_t(k));
+    }
+    const std::vector<uint8_t> rendered = HostRender(cmyk, rgb.width, rgb.height, plugInModeCMYKColor, 4, {});
+    std::vector<uint8_t> back;
+    for (size_t i = 0; i < rendered.size(); i += 4)
+        for (size_t c = 0; c < 3; ++c) back.push_back(uint8_t((rendered[i + c] * rendered[i + 3] * 2u + 255) / 510));
+    EXPECT_EQ(Read("cmyk.png").samples, back);
+
+    // --flat drops the alpha.
+    r = Quiet("render --quiet --flat '" + At("rgba.png") + "' -o '" + At("flat.png") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(Read("flat.png").channels, 3);
+}
+
+TEST_F(Quenzit, PresetsApplyInOrderAndSettingsLast) {
+    const std::string in = Write("in.png", Card(80, 50, 3));
+    // Only the first wash, with a look the coverage visibly changes.
+    const std::string look =
+        " -s SFN1=No_Texture.qzt -s SFN2=No_Texture.qzt -s BkFN=No_Texture.qzt -s WFN1=Scratched.qzt -s WTp1=0"
+        " -s WIv1=true -s CSc1=60 -s EDs1=20 -s ESf1=40 -s WIt1=130 -s Rnd1=777 -s W2Ex=false";
+    const auto preset = [&](const std::string& name, int coverage) {
+        std::ofstream(At(name)) << "Quenzit Press Preset;\nVersion 2;\n1voC " << coverage << " \t;Wash1 Coverage\n";
+        return " -p '" + At(name) + "'";
+    };
+    const std::string plus40 = preset("plus40.qztpst", 40), minus30 = preset("minus30.qztpst", -30);
+    const auto render = [&](const std::string& args, const std::string& out) {
+        const Outcome r = Quiet("render --quiet '" + in + "'" + args + look + " -o '" + At(out) + "'");
+        EXPECT_EQ(r.code, 0) << args << "\n" << r.err;
+        return Read(out).samples;
+    };
+    const auto setPlus40 = render(" -s Cov1=40", "a.png");
+    const auto setMinus30 = render(" -s Cov1=-30", "b.png");
+    ASSERT_NE(setPlus40, setMinus30);
+    EXPECT_EQ(render(minus30 + plus40, "c.png"), setPlus40);
+    EXPECT_EQ(render(plus40 + minus30, "d.png"), setMinus30);
+    EXPECT_EQ(render(plus40 + " -s Cov1=-30", "e.png"), setMinus30);
+    // --set comes last wherever it stands on the line.
+    EXPECT_EQ(render(" -s Cov1=-30" + plus40, "f.png"), setMinus30);
+}
+
+// A 16-bit grey PNG, which the filter cannot take.
+void WriteSixteenBit(const std::string& path) {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_init_io(png, f);
+    png_set_IHDR(png, info, 4, 4, 16, PNG_COLOR_TYPE_GRAY, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+                 PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(png, info);
+    std::vector<uint8_t> row(8, 0x80);
+    for (int y = 0; y < 4; ++y) png_write_row(png, row.data());
+    png_write_end(png, nullptr);
+    png_destroy_write_struct(&png, &info);
+    std::fclose(f);
+}
+
+TEST_F(Quenzit, BadInputsAreReportedAndWriteNothing) {
+    const std::string good = Write("good.png", Card(40, 30, 3));
+    std::ofstream(At("text.png")) << "this is not a picture\n";
+    const std::string whole = Slurp(good);
+    std::ofstream(At("truncated.png"), std::ios::binary) << whole.substr(0, whole.size() / 2);
+    WriteSixteenBit(At("deep.png"));
+    Write("small-mask.png", Card(20, 30, 1));
+
+    struct Case {
+        std::string args;
+        int code;
+        std::string message;
+    };
+    const Case cases[] = {
+        {"'" + At("missing.png") + "'", 2, At("missing.png") + ": No such file"},
+        {"'" + At("text.png") + "'", 2, At("text.png") + ": not a PNG or JPEG"},
+        {"'" + At("truncated.png") + "'", 2, At("truncated.png") + ": not a readable PNG"},
+        {"'" + At("deep.png") + "'", 2, "16-bit"},
+        {"'" + good + "' -s Zzz9=1", 1, "unknown key \"Zzz9\""},
+        {"'" + good + "' -s Cov1=lots", 1, "Cov1: \"lots\" is not an integer"},
+        {"'" + good + "' -s SAp1=4x", 1, "SAp1: \"4x\" is not a number"},
+        {"'" + good + "' -s WFV1=yes", 1, "not true, false"},
+        {"'" + good + "' --selection '" + At("small-mask.png") + "'", 2, "small-mask.png: the selection must be"},
+        {"'" + good + "' -p '" + At("text.png") + "'", 2, "text.png: not a preset file"},
+        {"'" + good + "' --bogus", 1, "unknown option --bogus"},
+    };
+    for (const Case& c : cases) {
+        const Outcome r = Quiet("render " + c.args + " -o '" + At("out.png") + "'");
+        EXPECT_EQ(r.code, c.code) << c.args << "\n" << r.err;
+        EXPECT_NE(r.err.find(c.message), std::string::npos) << c.args << "\n" << r.err;
+        EXPECT_FALSE(fs::exists(At("out.png"))) << c.args;
+        EXPECT_FALSE(fs::exists(At("out.png.part"))) << c.args;
+    }
+
+    // Out of range is taken, with a warning.
+    const Outcome r = Quiet("render '" + good + "' -s Cov1=250 --quiet -o '" + At("range.png") + "'");
+    EXPECT_EQ(r.code, 0);
+    EXPECT_NE(r.err.find("Cov1=250 is outside -100..100"), std::string::npos) << r.err;
+}
+
+TEST_F(Quenzit, SeveralInputsGoOnAfterAFailure) {
+    const std::string a = Write("a.png", Card(30, 20, 3)), b = Write("b.png", Card(20, 30, 1));
+    const Outcome r = Quiet("render --quiet '" + a + "' '" + At("gone.png") + "' '" + b + "' -o '" + At("outs") + "'");
+    EXPECT_EQ(r.code, 2);
+    EXPECT_NE(r.err.find("gone.png"), std::string::npos) << r.err;
+    EXPECT_EQ(Read("outs/a.png").width, 30u);
+    EXPECT_EQ(Read("outs/b.png").channels, 3); // grey runs as RGB
+    EXPECT_FALSE(fs::exists(At("outs/gone.png")));
+}
+
+TEST_F(Quenzit, ParamsListsEveryKey) {
+    const Outcome r = Quiet("params");
+    ASSERT_EQ(r.code, 0);
+    for (size_t i = 0; i < kParameterFieldCount; ++i) {
+        if (!kParameterFields[i].key[0]) continue;
+        EXPECT_NE(r.out.find(std::string("\n") + kParameterFields[i].key + "  " + kParameterFields[i].name),
+                      std::string::npos)
+            << kParameterFields[i].key;
+    }
+    EXPECT_NE(r.out.find("Scratched.qzt"), std::string::npos);
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(Quenzit, PackedTextureRendersAsAWash) {
+    Picture grain = Card(64, 64, 1);
+    for (size_t i = 0; i < grain.samples.size(); ++i) grain.samples[i] = uint8_t((i * 7919u) % 251u);
+    // A data folder of its own: the new texture and the empty one that switches layers off.
+    fs::create_directories(dir_ / "Quenzit");
+    fs::copy_file(fs::path(QZ_DATA_DIR) / "No_Texture.qzt", dir_ / "Quenzit/No_Texture.qzt");
+    Outcome r = Quiet("texture pack '" + Write("grain.png", grain) + "' '" + At("Quenzit/Grain.qzt") + "' --grey");
+    ASSERT_EQ(r.code, 0) << r.err;
+    r = Quiet("texture info '" + At("Quenzit/Grain.qzt") + "'");
+    EXPECT_EQ(r.code, 0) << r.err;
+    EXPECT_NE(r.out.find("size: 64 x 64"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("planes: 1 (grey)"), std::string::npos) << r.out;
+
+    const std::string in = Write("in.png", Card(80, 50, 3));
+    // The first wash alone; everything else off.
+    const std::string look = " --quiet --data '" + At("Quenzit") + "' '" + in +
+                             "' -s SFN1=No_Texture.qzt -s SFN2=No_Texture.qzt -s BkFN=No_Texture.qzt -s W2Ex=false"
+                             " -s WTp1=0 -s WIv1=true -s Cov1=-30 -s WIt1=130";
+    r = Quiet("render" + look + " -s WFN1=Grain.qzt -o '" + At("wash.png") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(r.err, ""); // the texture was found
+    r = Quiet("render" + look + " -s WFN1=No_Texture.qzt -o '" + At("none.png") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_NE(Read("wash.png").samples, Read("none.png").samples);
+    EXPECT_EQ(Read("none.png").samples, Read("in.png").samples);
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(Quenzit, PresetShowListsWhatTheFileSets) {
+    std::ofstream(At("p.qztpst")) << "Quenzit Press Preset;\nVersion 2;\n1voC -40 \t;Wash1 Coverage\n"
+                                  << "1NFW Rusted.qzt \t;Name of Wash1\nWkLI 1\n";
+    const Outcome r = Quiet("preset show '" + At("p.qztpst") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_NE(r.out.find("Cov1  WashCoverage1               -40\n"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("WFN1  WashFileName1               Rusted.qzt\n"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("ILkW  (link flag)                 1\n"), std::string::npos) << r.out;
+    EXPECT_EQ(r.out.find("WIt1"), std::string::npos) << r.out; // left alone by the file
+    EXPECT_EQ(Quiet("preset show '" + At("none.qztpst") + "'").code, 2);
+}
+
+} // namespace
