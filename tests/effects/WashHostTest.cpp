@@ -1,6 +1,7 @@
 // Washes through the whole plug-in, driven by hostsim, with textures of known values
 // in a data folder of the test's own.
 #include "shell/ShellFixture.h"
+#include "common/TempPaths.h"
 
 #include "platform/Alert.h"
 #include "platform/ModulePath.h"
@@ -18,8 +19,7 @@ class WashHostTest : public ::testing::Test {
 protected:
     void SetUp() override {
         static std::atomic<int> counter{0};
-        root_ = std::filesystem::temp_directory_path() /
-                ("qz-wash-" + std::to_string(reinterpret_cast<uintptr_t>(this)) + "-" + std::to_string(counter++));
+        root_ = ProcessTempDir() / ("wash-" + std::to_string(counter++));
         std::filesystem::remove_all(root_);
         std::filesystem::create_directories(root_ / "Quenzit");
         SetModuleFilePathOverride((root_ / "Quenzit64.8bf").string());

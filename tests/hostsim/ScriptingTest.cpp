@@ -1,6 +1,7 @@
 // hostsim's scripting side, driven as a plug-in drives it: classic read/write procs, the byte
 // form of descriptors, the registry and its file, and the PICA action suites.
 #include "hostsim/ActionSuites.h"
+#include "common/TempPaths.h"
 #include "hostsim/Descriptor.h"
 #include "hostsim/Handles.h"
 #include "hostsim/Registry.h"
@@ -503,7 +504,7 @@ TEST(DescriptorBytes, RoundTripAndHostileBytes) {
 
 TEST(Registry, PersistentEntriesSurviveAFile) {
     const std::filesystem::path path =
-        std::filesystem::temp_directory_path() / "qz-registry-test.bin";
+        ProcessTempDir() / "registry-test.bin";
     Descriptor kept = EveryType();
     Descriptor session;
     session.PutInteger(kKeyA, 1);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/Parameters.h"
+#include "common/TempPaths.h"
 #include "host/PathTable.h"
 #include "platform/ModulePath.h"
 #include "presets/PresetFormat.h"
@@ -20,10 +21,7 @@ class PresetFixture : public ::testing::Test {
 protected:
     void SetUp() override {
         static std::atomic<int> counter{0};
-        root_ = std::filesystem::temp_directory_path() /
-                ("qz-presets-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-                 "-" + std::to_string(counter++) + "-" +
-                 std::to_string(reinterpret_cast<uintptr_t>(this)));
+        root_ = ProcessTempDir() / ("presets-" + std::to_string(counter++));
         std::filesystem::remove_all(root_);
         std::filesystem::create_directories(root_ / "Quenzit" / "Presets");
         savedParams_ = gParams;

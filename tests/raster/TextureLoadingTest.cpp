@@ -1,6 +1,7 @@
 // Texture loading: failures and their messages, the scale factor, placement and
 // orientation, and the preview and full-size forms of View.
 #include "TextureTestFiles.h"
+#include "common/TempPaths.h"
 
 #include "effects/Engine.h"
 #include "host/Acquisition.h"
@@ -22,7 +23,7 @@ class TextureLoading : public ::testing::Test {
 protected:
     void SetUp() override {
         saved_ = PathTable.Data;
-        PathTable.Data = std::filesystem::temp_directory_path().string();
+        PathTable.Data = ProcessTempDir().string();
         gFilterRecord = nullptr; // progress goes nowhere: no host here
         ReportTextureFailure = true;
         // A host run earlier in the same program leaves its rectangle's edges behind.

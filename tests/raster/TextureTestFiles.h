@@ -3,6 +3,7 @@
 #pragma once
 
 #include "raster/Raster.h"
+#include "common/TempPaths.h"
 
 #include <zlib.h>
 
@@ -62,7 +63,7 @@ inline void WriteTexture(const std::string& path, bool legacy, uint32_t w, uint3
 }
 
 inline std::string TempFile(const std::string& name) {
-    return (std::filesystem::temp_directory_path() / name).string();
+    return (ProcessTempDir() / name).string();
 }
 
 } // namespace rastertest

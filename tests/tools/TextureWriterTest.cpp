@@ -1,4 +1,5 @@
 #include "TextureLibrary.h"
+#include "common/TempPaths.h"
 #include "TextureWriter.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +42,7 @@ std::vector<uint8_t> Planar(uint32_t w, uint32_t h, uint32_t planes) {
 }
 
 std::string TempPath(const char* name) {
-    return (std::filesystem::temp_directory_path() / name).string();
+    return (ProcessTempDir() / name).string();
 }
 
 } // namespace
@@ -104,7 +105,7 @@ TEST(TextureWriter, FileRoundTripsAndTruncationIsCaught) {
                                  TextureHeaderForm::Current, error, 9))
         << error;
     for (const auto& entry :
-         std::filesystem::directory_iterator(std::filesystem::temp_directory_path()))
+         std::filesystem::directory_iterator(ProcessTempDir()))
         EXPECT_NE(entry.path().filename().string().rfind("qz_writer_test.qzt.", 0), 0u)
             << "left behind: " << entry.path();
 
