@@ -284,10 +284,8 @@ OffsetRange LayerOffsetRange(const EffectLayer& layer) {
     range.OffsetX = layer.OffsetX;
     range.OffsetY = layer.OffsetY;
     if (!layer.Source) return range;
-    const int32_t right = FilterRectRight == kFilterEdgeUnset ? FilterWidth : FilterRectRight;
-    const int32_t bottom = FilterRectBottom == kFilterEdgeUnset ? FilterHeight : FilterRectBottom;
-    range.RoomX = layer.Source->Bounds.right - right;
-    range.RoomY = layer.Source->Bounds.bottom - bottom;
+    range.RoomX = layer.Source->Bounds.right - FilterRightEdge();
+    range.RoomY = layer.Source->Bounds.bottom - FilterBottomEdge();
     range.AnyRoom = range.RoomX > 0 || range.RoomY > 0;
     return range;
 }

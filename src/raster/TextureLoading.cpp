@@ -23,6 +23,9 @@ void* TextureAlertOwner = nullptr;
 int32_t FilterRectRight = kFilterEdgeUnset;
 int32_t FilterRectBottom = kFilterEdgeUnset;
 
+int32_t FilterRightEdge() { return FilterRectRight == kFilterEdgeUnset ? FilterWidth : FilterRectRight; }
+int32_t FilterBottomEdge() { return FilterRectBottom == kFilterEdgeUnset ? FilterHeight : FilterRectBottom; }
+
 namespace {
 
 constexpr uint8_t kTextureAllocKind = 1;
@@ -139,8 +142,8 @@ void MoveLayer(EffectLayer& layer, int32_t dx, int32_t dy) {
     if (layer.Source) {
         const RasterRect& b = layer.Source->Bounds;
         // Reading kept: the far limit is the filter rectangle's right and bottom edges.
-        const int64_t right = FilterRectRight == kFilterEdgeUnset ? FilterWidth : FilterRectRight;
-        const int64_t bottom = FilterRectBottom == kFilterEdgeUnset ? FilterHeight : FilterRectBottom;
+        const int64_t right = FilterRightEdge();
+        const int64_t bottom = FilterBottomEdge();
         x = std::min<int64_t>(std::max<int64_t>(x, b.left), int64_t(b.right) - right);
         y = std::min<int64_t>(std::max<int64_t>(y, b.top), int64_t(b.bottom) - bottom);
     }

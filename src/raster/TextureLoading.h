@@ -17,6 +17,9 @@ extern void* TextureAlertOwner;
 // the rectangle is taken to start at 0, 0.
 inline constexpr int32_t kFilterEdgeUnset = INT32_MIN;
 extern int32_t FilterRectRight, FilterRectBottom;
+// The edges in force: the shell's, or the filter's size while they are unset.
+int32_t FilterRightEdge();
+int32_t FilterBottomEdge();
 
 // The data folder, a separator and `name`, in one static buffer that the next call
 // overwrites.
