@@ -140,13 +140,20 @@ bool RotateRaster90Cw(Raster*& out, Raster& src) {
 // The copy has no border, so a raster with one fails to copy and stays as it is. Without
 // a border, flipping the copy back is flipping in place, which is what is done for
 // 8-bit rasters: the same bytes without a second block.
+namespace {
+
+// Rasters of other depths flip back from a copy of themselves.
+bool FlipThroughCopy(Raster& raster, bool (*flip)(Raster&, Raster&)) {
+    Raster temp;
+    temp.MakeRaster(raster.Mode, raster.Bounds, raster.Planes, raster.Desc.depth, 0, 0);
+    return CopyRaster(temp, raster) && flip(raster, temp);
+}
+
+} // namespace
+
 bool FlipRasterInPlaceHor(Raster& raster) {
     if (raster.Border != 0) return false;
-    if (raster.Desc.depth != 8) {
-        Raster temp;
-        temp.MakeRaster(raster.Mode, raster.Bounds, raster.Planes, raster.Desc.depth, 0, 0);
-        return CopyRaster(temp, raster) && FlipRasterHor(raster, temp);
-    }
+    if (raster.Desc.depth != 8) return FlipThroughCopy(raster, FlipRasterHor);
     uint8_t* base = raster.Pixels();
     if (!base) return false;
     const int64_t rowBytes = raster.RowBytes();
@@ -162,11 +169,7 @@ bool FlipRasterInPlaceHor(Raster& raster) {
 
 bool FlipRasterInPlaceVer(Raster& raster) {
     if (raster.Border != 0) return false;
-    if (raster.Desc.depth != 8) {
-        Raster temp;
-        temp.MakeRaster(raster.Mode, raster.Bounds, raster.Planes, raster.Desc.depth, 0, 0);
-        return CopyRaster(temp, raster) && FlipRasterVer(raster, temp);
-    }
+    if (raster.Desc.depth != 8) return FlipThroughCopy(raster, FlipRasterVer);
     uint8_t* base = raster.Pixels();
     if (!base) return false;
     const int64_t rowBytes = raster.RowBytes(), height = raster.Height();

@@ -16,7 +16,7 @@ struct FileCloser {
 };
 using FilePtr = std::unique_ptr<FILE, FileCloser>;
 
-bool ReadPng(FILE* f, Image& out, std::string& error) {
+bool ReadPng(FILE* f, Image& out, std::string& error, ImageReadOptions options) {
     png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png ? png_create_info_struct(png) : nullptr;
     if (!info) {
@@ -27,23 +27,31 @@ bool ReadPng(FILE* f, Image& out, std::string& error) {
     std::vector<png_bytep> rows;
     if (setjmp(png_jmpbuf(png))) {
         png_destroy_read_struct(&png, &info, nullptr);
-        error = "corrupt PNG";
+        error = "not a readable PNG file (corrupt or truncated)";
         return false;
     }
     png_init_io(png, f);
     png_read_info(png, info);
     const png_byte type = png_get_color_type(png, info);
-    if (png_get_bit_depth(png, info) == 16) png_set_strip_16(png);
+    if (png_get_bit_depth(png, info) == 16) {
+        if (options.refuseWide) {
+            png_destroy_read_struct(&png, &info, nullptr);
+            error = "16-bit PNG; the filter works in 8 bits, convert the picture to 8 bits first";
+            return false;
+        }
+        png_set_strip_16(png);
+    }
     if (type == PNG_COLOR_TYPE_PALETTE) png_set_palette_to_rgb(png);
     if (type == PNG_COLOR_TYPE_GRAY && png_get_bit_depth(png, info) < 8)
         png_set_expand_gray_1_2_4_to_8(png);
     if (png_get_valid(png, info, PNG_INFO_tRNS)) png_set_tRNS_to_alpha(png);
-    png_set_strip_alpha(png);
+    if (!options.keepAlpha) png_set_strip_alpha(png);
+    png_set_interlace_handling(png);
     png_read_update_info(png, info);
     out.width = png_get_image_width(png, info);
     out.height = png_get_image_height(png, info);
     out.channels = png_get_channels(png, info);
-    if (out.channels != 1 && out.channels != 3) {
+    if (out.channels < 1 || out.channels > 4 || png_get_bit_depth(png, info) != 8) {
         png_destroy_read_struct(&png, &info, nullptr);
         error = "unsupported PNG layout";
         return false;
@@ -101,10 +109,10 @@ bool ReadJpeg(FILE* f, Image& out, std::string& error) {
 
 } // namespace
 
-bool ReadImage(const std::string& path, Image& out, std::string& error) {
+bool ReadImage(const std::string& path, Image& out, std::string& error, ImageReadOptions options) {
     FilePtr f(std::fopen(path.c_str(), "rb"));
     if (!f) {
-        error = "cannot open " + path + ": " + std::strerror(errno);
+        error = path + ": " + std::strerror(errno);
         return false;
     }
     unsigned char magic[8] = {};
@@ -112,7 +120,7 @@ bool ReadImage(const std::string& path, Image& out, std::string& error) {
     std::rewind(f.get());
     bool ok = false;
     if (got == 8 && png_sig_cmp(magic, 0, 8) == 0) {
-        ok = ReadPng(f.get(), out, error);
+        ok = ReadPng(f.get(), out, error, options);
     } else if (got >= 3 && magic[0] == 0xFF && magic[1] == 0xD8 && magic[2] == 0xFF) {
         ok = ReadJpeg(f.get(), out, error);
     } else {
@@ -123,31 +131,41 @@ bool ReadImage(const std::string& path, Image& out, std::string& error) {
 }
 
 bool WritePng(const std::string& path, const Image& image, std::string& error) {
+    static const int kColorTypes[5] = {0, PNG_COLOR_TYPE_GRAY, PNG_COLOR_TYPE_GRAY_ALPHA, PNG_COLOR_TYPE_RGB,
+                                       PNG_COLOR_TYPE_RGB_ALPHA};
+    if (image.channels < 1 || image.channels > 4) {
+        error = path + ": cannot write " + std::to_string(image.channels) + " channels as PNG";
+        return false;
+    }
     FilePtr f(std::fopen(path.c_str(), "wb"));
     if (!f) {
-        error = "cannot create " + path + ": " + std::strerror(errno);
+        error = path + ": " + std::strerror(errno);
         return false;
     }
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png ? png_create_info_struct(png) : nullptr;
     if (!info) {
         png_destroy_write_struct(&png, nullptr);
-        error = "out of memory";
+        error = path + ": out of memory";
         return false;
     }
     if (setjmp(png_jmpbuf(png))) {
         png_destroy_write_struct(&png, &info);
-        error = "cannot write " + path;
+        error = path + ": write failed";
         return false;
     }
     png_init_io(png, f.get());
     png_set_IHDR(png, info, image.width, image.height, 8,
-                 image.channels == 1 ? PNG_COLOR_TYPE_GRAY : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
+                 kColorTypes[image.channels], PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_write_info(png, info);
     for (uint32_t y = 0; y < image.height; ++y)
         png_write_row(png, image.pixels.data() + size_t(y) * image.width * image.channels);
     png_write_end(png, nullptr);
     png_destroy_write_struct(&png, &info);
+    if (std::fflush(f.get()) != 0) {
+        error = path + ": " + std::strerror(errno);
+        return false;
+    }
     return true;
 }
