@@ -1,5 +1,7 @@
 #include "effects/EffectLayer.h"
 
+#include "effects/Background.h"
+#include "effects/Surface.h"
 #include "effects/WashMask.h"
 #include "host/Acquisition.h"
 #include "host/Parameters.h"
@@ -218,6 +220,7 @@ void CreateEngine() {
     if (!KeepBackgroundLayer) {
         DestroyLayer(BackgroundLayer);
         FillLayer(BackgroundLayer, LayerBackground, false);
+        AllocateBackgroundImage();
     }
     if (!KeepSurfaceLayers) {
         DestroyLayer(SurfaceLayers[0]);
@@ -225,6 +228,7 @@ void CreateEngine() {
         SurfaceLayers[0].Kind = SurfaceLayers[1].Kind = LayerSurface;
         FillLayer(SurfaceLayers[0], LayerSurface, false);
         if (p.SecondSurfaceExists) FillLayer(SurfaceLayers[1], LayerSurface, true);
+        AllocateReliefBuffers();
     }
     ComputeUseFlags();
 }
@@ -233,6 +237,8 @@ void DestroyEngine() {
     for (EffectLayer* layer :
          {&WashLayers[0], &WashLayers[1], &BackgroundLayer, &SurfaceLayers[0], &SurfaceLayers[1]})
         DestroyLayer(*layer);
+    FreeBackgroundImage();
+    FreeReliefBuffers();
 }
 
 void SetLayerCoverageScale(EffectLayer& layer, int32_t value) {

@@ -2,15 +2,11 @@
 // dirty flag it answers for.
 #pragma once
 
+#include "effects/Background.h"
 #include "effects/EffectLayer.h"
+#include "effects/Surface.h"
 #include "effects/WashMask.h"
 
 void PrepareLayerTexture(EffectLayer& layer); // clears GeometryDirty
 void CompositeWash(EffectLayer& layer);
 void CompositeWashToMask(EffectLayer& layer);
-void BuildSurfaceRelief(bool useFirst, bool useSecond);
-void SurfaceAlphaFromSource();
-void ShadeSurface();
-void MergeSurfaceResult();
-void PlaceBackground();
-void CompositeBackground();

@@ -2,6 +2,7 @@
 // effect), and the wash type says what the keep value does.
 #include "effects/Engine.h"
 #include "effects/Noise.h"
+#include "effects/SurfaceColor.h"
 #include "host/Acquisition.h"
 #include "host/Progress.h"
 #include "host/Rectangles.h"
@@ -15,13 +16,8 @@ namespace {
 
 uint8_t Min255(int32_t v) { return uint8_t(std::min(v, 255)); }
 
-// Mixes the stain colour into a pixel by its brightness: a dark stain multiplies,
-// a light one adds.
-int32_t ColorMix(int32_t p, int32_t c, float m) {
-    float q = float(p * c) * (1.0f - m) / 255.0f + float(p + c) * m;
-    q = std::min(q, 255.0f);
-    return TruncToInt(q);
-}
+// The stain colour mixed into a pixel by the stain's brightness m.
+int32_t ColorMix(int32_t p, int32_t c, float m) { return TruncToInt(BoostMix(float(c), float(p), m)); }
 
 // The surface beneath the wash shows where the wash takes the picture away.
 void BlendWashArea(uint8_t* pixel, const uint8_t* wash, float k) {

@@ -3,9 +3,9 @@
 
 #include "effects/Noise.h"
 #include "host/Acquisition.h"
+#include "host/DialogState.h"
 #include "host/Progress.h"
 #include "host/Selection.h"
-#include "host/Session.h"
 #include "platform/PageMemory.h"
 #include "raster/Raster.h"
 
@@ -18,10 +18,6 @@ namespace {
 constexpr uint32_t kCoverageBorder = 3;
 
 bool IsWash(const EffectLayer& layer) { return layer.Kind == LayerWash; }
-
-bool DocumentHasAlpha() {
-    return gFilterRecord && gFilterRecord->planes >= (ModeIsCMYK ? 5 : 4);
-}
 
 // The coverage rasters: the work area at most in a preview, Source's bounds otherwise.
 RasterRect CoverageBounds(const EffectLayer& layer) {

@@ -121,6 +121,8 @@ void CopyOriginalToOutput(bool toHost) {
     }
 }
 
+bool DocumentHasAlpha() { return gFilterRecord && gFilterRecord->planes >= (ModeIsCMYK ? 5 : 4); }
+
 void AcquireSource() {
     ProgressPercent = 0;
     ReportProgress(0, 100);

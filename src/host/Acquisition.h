@@ -21,6 +21,9 @@ extern bool HaveMask;
 extern const uint8_t* HostMaskData;
 extern int32_t HostMaskRowBytes;
 
+// The host's planes hold transparency: at least 4 in an RGB-like mode, 5 in CMYK.
+bool DocumentHasAlpha();
+
 void AcquireSource();
 // Samples LayerRaster at the preview's scale into outData (toHost) or SourceImage.
 void CopyOriginalToOutput(bool toHost);

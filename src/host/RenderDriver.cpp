@@ -22,10 +22,6 @@ namespace {
 
 size_t WashAreaBytes = 0;
 
-bool DocumentHasTransparency() {
-    return gFilterRecord->planes >= (ModeIsCMYK ? 5 : 4);
-}
-
 bool WashesWanted() { return gParams->UseWash || WashToMaskRun; }
 
 void EnsureEdgeMaskWork(EffectLayer& layer) {
@@ -123,7 +119,7 @@ void RenderLayers(int32_t view) {
     const FilterParameters& p = *gParams;
     FreeWashAreaBuffer();
     KeepWashArea = WashesWanted() && p.UseSurface && p.SurfaceEntire && p.SurfaceIncludeWashArea &&
-                   DocumentHasTransparency();
+                   DocumentHasAlpha();
     if (KeepWashArea) {
         WashAreaBytes = size_t(ImageHeight) * WorkRowBytes;
         WashAreaBuffer = static_cast<uint8_t*>(AllocatePages(WashAreaBytes));
@@ -208,7 +204,7 @@ void RenderLayers(int32_t view) {
         }
         ReportProgress(float(ProgressPercent), 100);
         ProgressSpan = 90 - ProgressPercent;
-        PlaceBackground();
+        PlaceBackground(BackgroundLayer);
         ProgressPercent = 90;
         ReportProgress(float(ProgressPercent), 100);
         ProgressSpan = 100 - ProgressPercent;

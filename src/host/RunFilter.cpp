@@ -32,7 +32,6 @@ int32_t OutRowStep() { return Depth16 ? gFilterRecord->outRowBytes / 2 : gFilter
 
 bool ModeAccepted(int16 mode) { return mode >= 0 && mode <= 13 && (kAcceptedModes >> mode) & 1; }
 
-bool HasAlphaPlane() { return gFilterRecord->planes >= (ModeIsCMYK ? 5 : 4); }
 bool HasMaskPlane() { return gFilterRecord->planes >= (ModeIsCMYK ? 6 : 5); }
 
 void* OwnerWindow() {
@@ -176,7 +175,7 @@ void Render(int32_t view) {
         if (p.PendingBackgroundPass && p.BackgroundInNewLayer) view = ViewCodeBackground;
     }
     if (p.UseWash && HostActionSuites && !DialogOpen) {
-        if (!p.PendingMaskPass && p.EffectOnMask && SurfacePassCode != 1 && HasAlphaPlane()) {
+        if (!p.PendingMaskPass && p.EffectOnMask && SurfacePassCode != 1 && DocumentHasAlpha()) {
             WashToMaskRun = true;
             p.UseWash = 0;
         }

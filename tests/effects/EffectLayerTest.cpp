@@ -2,21 +2,17 @@
 // flags, and carrying a placement over to a linked layer.
 #include "EffectsFixture.h"
 
-#include "host/Parameters.h"
 #include "host/ViewState.h"
 
 using namespace effectstest;
 
 namespace {
 
-class EffectLayerTest : public EngineTest {
+class EffectLayerTest : public ParamsEngineTest {
 protected:
     void SetUp() override {
-        EngineTest::SetUp();
+        ParamsEngineTest::SetUp();
         Work(8, 6);
-        std::memset(&params_, 0, sizeof params_);
-        gParams = &params_;
-        InitParameters();
         ActiveTab = TabBasic;
     }
     void TearDown() override {
@@ -24,10 +20,8 @@ protected:
         LinkWash = 0;
         ActiveTab = TabBasic;
         ViewWash = 0;
-        gParams = nullptr;
-        EngineTest::TearDown();
+        ParamsEngineTest::TearDown();
     }
-    FilterParameters params_;
 };
 
 } // namespace

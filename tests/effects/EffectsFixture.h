@@ -3,6 +3,7 @@
 
 #include "effects/EffectLayer.h"
 #include "host/Acquisition.h"
+#include "host/Parameters.h"
 #include "host/RenderDriver.h"
 #include "host/Session.h"
 #include "raster/Raster.h"
@@ -51,6 +52,22 @@ protected:
     }
     EffectLayer layer_;
     std::vector<uint8_t> work_;
+};
+
+// The same with a record of defaults in gParams.
+class ParamsEngineTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        std::memset(&params_, 0, sizeof params_);
+        gParams = &params_;
+        InitParameters();
+    }
+    void TearDown() override {
+        gParams = nullptr;
+        EngineTest::TearDown();
+    }
+    FilterParameters params_;
 };
 
 } // namespace effectstest

@@ -1,4 +1,4 @@
-// The render driver's stage order and percent marks, with the engine's stages as they stand.
+// The render driver's stage order and percent marks.
 #include "ShellFixture.h"
 
 #include "host/Acquisition.h"
@@ -88,9 +88,11 @@ TEST_F(RenderDriverTest, SurfaceWithoutTexturesKeepsItsSpan) {
 }
 
 TEST_F(RenderDriverTest, DefaultsPassEveryMark) {
-    // Textures named but missing: white stand-ins. Wash 1 composes its 4 rows between 50
-    // and 60; the fill has prepared the background already, so there is no 80 mark.
-    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70, 90, 100}));
+    // Textures named but missing: white stand-ins. The surface shades its 4 rows from the
+    // bottom up between 30 and 40; wash 1 composes its rows between 50 and 60; the fill
+    // has prepared the background already, so there is no 80 mark before its rows.
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 37, 35, 32, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70, 70,
+                                                75, 80, 85, 90, 100}));
 }
 
 TEST_F(RenderDriverTest, BackgroundViewClearsTheWorkImage) {
@@ -104,19 +106,23 @@ TEST_F(RenderDriverTest, SingleLayerViews) {
     params_.SecondWashExists = 1;
     params_.SecondSurfaceExists = 1;
     // Wash views skip the surface; the background still runs.
-    EXPECT_EQ(Render(ViewCodeWashOne), (Marks{10, 10, 20, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70, 90, 100}));
-    EXPECT_EQ(Render(ViewCodeWashTwo), (Marks{10, 10, 20, 30, 40, 50, 50, 50, 55, 60, 65, 70, 70, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeWashOne),
+              (Marks{10, 10, 20, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70, 70, 75, 80, 85, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeWashTwo),
+              (Marks{10, 10, 20, 30, 40, 50, 50, 50, 55, 60, 65, 70, 70, 70, 75, 80, 85, 90, 100}));
     // Surface views draw no wash, though the wash stage still reports where it stands;
     // only surface one has the 20 mark.
-    EXPECT_EQ(Render(ViewCodeSurfaceOne), (Marks{10, 20, 30, 40, 50, 50, 70, 70, 90, 100}));
-    EXPECT_EQ(Render(ViewCodeSurfaceTwo), (Marks{10, 30, 40, 50, 50, 70, 70, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeSurfaceOne),
+              (Marks{10, 20, 30, 37, 35, 32, 30, 40, 50, 50, 70, 70, 70, 75, 80, 85, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeSurfaceTwo),
+              (Marks{10, 30, 37, 35, 32, 30, 40, 50, 50, 70, 70, 70, 75, 80, 85, 90, 100}));
 }
 
 TEST_F(RenderDriverTest, SurfacePassEndsBeforeTheBackground) {
     SurfacePassCode = 1;
-    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70}));
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 37, 35, 32, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70}));
     params_.SurfaceEntire = params_.SurfaceIncludeWashArea = 1;
-    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 40, 40}));
+    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 37, 35, 32, 30, 40, 40}));
     SurfacePassCode = 0;
 }
 

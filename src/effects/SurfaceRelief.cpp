@@ -1,0 +1,180 @@
+// The surface's buffers, its relief and its shade map.
+#include "effects/EffectLayer.h"
+#include "effects/Surface.h"
+#include "effects/SurfaceInternal.h"
+#include "effects/Trig.h"
+#include "host/Acquisition.h"
+#include "host/DialogState.h"
+#include "host/Parameters.h"
+#include "host/ViewState.h"
+#include "host/RenderDriver.h"
+#include "raster/Raster.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+uint8_t* ReliefMap = nullptr;
+float* ShadeMap = nullptr;
+uint8_t* SurfaceImage = nullptr;
+
+PageBlock ReliefBlock, ShadeBlock, SurfaceBlock;
+
+bool ShowingSecondSurface() {
+    return DialogOpen && gParams->SecondSurfaceExists && ActiveTab == TabSurface &&
+           ViewSurface == ViewCodeSurfaceTwo;
+}
+
+const EffectLayer& ShownSurface() { return ShowingSecondSurface() ? SurfaceLayers[1] : SurfaceLayers[0]; }
+
+int32_t SurfaceDepthForLight() {
+    const FilterParameters& p = *gParams;
+    return p.SecondSurfaceExists ? std::max(p.SurfaceDepth1, p.SurfaceDepth2) : p.SurfaceDepth1;
+}
+
+// The relief and shade maps are sized when they are built, for the View they are built
+// from: a View can change its size between two calls of AllocateReliefBuffers.
+bool ReserveRelief(int32_t stride) {
+    const bool ok = ReliefBlock.Reserve(size_t(ImageHeight) * size_t(std::max(stride, 0)));
+    ReliefMap = static_cast<uint8_t*>(ReliefBlock.Data);
+    return ok;
+}
+
+bool SurfaceImageReady() {
+    if (DialogOpen) {
+        SurfaceBlock.Reserve(size_t(ImageHeight) * size_t(WorkRowBytes));
+        SurfaceImage = static_cast<uint8_t*>(SurfaceBlock.Data);
+    } else {
+        SurfaceImage = WorkImage;
+    }
+    return SurfaceImage != nullptr;
+}
+
+namespace {
+
+bool ReserveShade() {
+    const bool ok = ShadeBlock.Reserve(size_t(ImageHeight) * size_t(WorkRowBytes));
+    ShadeMap = static_cast<float*>(ShadeBlock.Data);
+    return ok;
+}
+
+struct ReliefSource {
+    const uint8_t* samples = nullptr;
+    int32_t stride = 0, width = 0, height = 0;
+};
+
+bool SourceOf(Raster* view, ReliefSource& s) {
+    if (!view || !view->ImageOrigin()) return false;
+    s = {view->ImageOrigin(), view->RowBytes(), std::min(view->Width(), ImageWidth),
+         std::min(view->Height(), ImageHeight)};
+    return true;
+}
+
+void ScaleInto(const ReliefSource& s, float depth) {
+    for (int32_t y = 0; y < s.height; ++y) {
+        const uint8_t* from = s.samples + size_t(y) * s.stride;
+        uint8_t* to = ReliefMap + size_t(y) * s.stride;
+        for (int32_t x = 0; x < s.width; ++x) to[x] = uint8_t(int32_t(float(from[x]) * depth));
+    }
+}
+
+} // namespace
+
+void AllocateReliefBuffers() {
+    ReliefBlock.Free();
+    ShadeBlock.Free();
+    ReliefMap = nullptr;
+    ShadeMap = nullptr;
+    if (DialogOpen) {
+        SurfaceBlock.Replace(size_t(ImageHeight) * size_t(WorkRowBytes));
+        SurfaceImage = static_cast<uint8_t*>(SurfaceBlock.Data);
+    } else {
+        SurfaceBlock.Free();
+        SurfaceImage = WorkImage;
+    }
+    SurfaceShadeDirty = 1;
+}
+
+void FreeReliefBuffers() {
+    ReliefBlock.Free();
+    ShadeBlock.Free();
+    SurfaceBlock.Free();
+    ReliefMap = nullptr;
+    ShadeMap = nullptr;
+    SurfaceImage = nullptr;
+}
+
+void BuildSurfaceRelief(bool first, bool second) {
+    SurfaceShadeDirty = 1;
+    const FilterParameters& p = *gParams;
+    const float d1 = float(p.SurfaceDepth1) / 100.0f;
+    const float d2 = float(p.SurfaceDepth2) / 100.0f;
+    ReliefSource s1, s2;
+    const bool have2 = SourceOf(SurfaceLayers[1].View, s2);
+    if (!first) {
+        if (!have2 || !ReserveRelief(s2.stride)) return;
+        if (!second) {
+            for (int32_t y = 0; y < s2.height; ++y) std::memset(ReliefMap + size_t(y) * s2.stride, 0, size_t(s2.width));
+            return;
+        }
+        ScaleInto(s2, d2);
+        return;
+    }
+    if (!SourceOf(SurfaceLayers[0].View, s1) || !ReserveRelief(s1.stride)) return;
+    ScaleInto(s1, d1);
+    if (!second || !have2) return;
+    // The depth-weighted average of the two textures over the area both cover.
+    const float divisor = d1 + d2 == 0.0f ? 1.0f : d1 + d2;
+    const int32_t h = std::min(s1.height, s2.height), w = std::min(s1.width, s2.width);
+    for (int32_t y = 0; y < h; ++y) {
+        const uint8_t* a = s1.samples + size_t(y) * s1.stride;
+        const uint8_t* b = s2.samples + size_t(y) * s2.stride;
+        uint8_t* to = ReliefMap + size_t(y) * s1.stride;
+        for (int32_t x = 0; x < w; ++x)
+            to[x] = uint8_t(int32_t(std::min(255.0f, (float(b[x]) * d2 + float(a[x]) * d1) / divisor)));
+    }
+}
+
+LightVector SurfaceLight() {
+    const FilterParameters& p = *gParams;
+    // 3.141592 as the light has always been computed; the angles go through double.
+    const double a = double(float(3.141592 - double(p.SurfaceLightAlpha) * 3.141592 / 180.0));
+    const double b = double(float(3.141592 - double(p.SurfaceLightBeta) * 3.141592 / 180.0));
+    LightVector l;
+    l.z = float(PortableSin(b));
+    l.x = float(PortableCos(a) * PortableCos(b));
+    l.y = float(PortableSin(a) * PortableCos(b));
+    const float n = std::sqrt(l.x * l.x + l.y * l.y + l.z * l.z);
+    if (n != 0.0f && n != 1.0f) {
+        l.x /= n;
+        l.y /= n;
+        l.z /= n;
+    }
+    return l;
+}
+
+float SlopeGain(double divisor) {
+    return float(std::sqrt(double(SurfaceDepthForLight()) / 100.0) * 150.0 / PreviewScale / divisor);
+}
+
+void BuildShadeMap(int32_t width, int32_t height, int32_t reliefStride) {
+    const int32_t w = std::min(width, ImageWidth), h = std::min(height, ImageHeight);
+    if (w <= 0 || h <= 0 || !ReliefMap || !ReserveShade()) return;
+    if (ReliefBlock.Bytes < size_t(h - 1) * size_t(reliefStride) + size_t(w)) return;
+    const LightVector l = SurfaceLight();
+    const float g = SlopeGain(5000.0);
+    const int32_t shadeRow = WorkRowBytes / 4;
+    for (int32_t y = 0; y < h; ++y) {
+        const uint8_t* row = ReliefMap + size_t(y) * reliefStride;
+        // The last row and column extrapolate, so the edge has no rim.
+        const uint8_t* below = y + 1 < h ? row + reliefStride : nullptr;
+        const uint8_t* above = y > 0 ? row - reliefStride : nullptr;
+        float* shade = ShadeMap + size_t(y) * shadeRow;
+        for (int32_t x = 0; x < w; ++x) {
+            const int32_t v = row[x];
+            const int32_t down = below ? below[x] : above ? 2 * v - above[x] : v;
+            const int32_t right = x + 1 < w ? row[x + 1] : x > 0 ? 2 * v - row[x - 1] : v;
+            shade[x] = (float(down - v) * l.y + float(right - v) * l.x) * g + l.z;
+        }
+    }
+}

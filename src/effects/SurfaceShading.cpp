@@ -1,0 +1,185 @@
+// The surface pass: each pixel of the picture coloured by the shade under it.
+#include "effects/SurfaceColor.h"
+#include "effects/SurfaceInternal.h"
+#include "effects/Surface.h"
+#include "host/Acquisition.h"
+#include "host/Parameters.h"
+#include "host/Progress.h"
+#include "host/RenderDriver.h"
+#include "raster/Raster.h"
+
+#include <algorithm>
+#include <cstring>
+
+bool SurfaceEntireNow = false;
+
+namespace {
+
+uint8_t ClampByte(float v) { return uint8_t(int32_t(std::clamp(v, 0.0f, 255.0f))); }
+
+float SelectionAt(int32_t x, int32_t y) {
+    return float(HostMaskData[size_t(y) * HostMaskRowBytes + size_t(x)]) / 255.0f;
+}
+
+void KeepTone(size_t offset, const int32_t tone[3], int32_t alpha) {
+    if (!WashAreaBuffer) return;
+    uint8_t* to = WashAreaBuffer + offset;
+    for (int i = 0; i < 3; ++i) to[i] = uint8_t(std::clamp(tone[i], 0, 255));
+    to[3] = uint8_t(alpha);
+}
+
+// The washes' edge masks sampled at the mask row the picture came from.
+struct WashMaskFollow {
+    EffectLayer* layers[2] = {};
+    int32_t count = 0;
+
+    WashMaskFollow() {
+        const FilterParameters& p = *gParams;
+        if (!p.UseWash && !WashToMaskRun) return;
+        for (int32_t i = 0; i < (p.SecondWashExists ? 2 : 1); ++i) {
+            EffectLayer& wash = WashLayers[i];
+            if (wash.EdgeMask && wash.EdgeMask->ImageOrigin() && wash.EdgeMaskWork) layers[count++] = &wash;
+        }
+    }
+
+    void Copy(int32_t maskRow, int32_t x, int32_t y) const {
+        const int32_t mr = int32_t(double(float(double(maskRow) + PreviewOriginY)) * PreviewScale);
+        const int32_t mc = int32_t(double(float(double(x) + PreviewOriginX)) * PreviewScale);
+        for (int32_t i = 0; i < count; ++i) {
+            Raster& mask = *layers[i]->EdgeMask;
+            if (mr < 0 || mc < 0 || mr >= mask.Height() || mc >= mask.Width()) continue;
+            layers[i]->EdgeMaskWork[size_t(y) * ImageWidth + x] = mask.ImageOrigin()[size_t(mr) * mask.RowBytes() + mc];
+        }
+    }
+};
+
+} // namespace
+
+void ApplySurfacePixel(int32_t picture[3], int32_t alpha, size_t shadeIndex, size_t offset, int32_t type) {
+    const float shade = std::clamp(ShadeMap[shadeIndex], 0.0f, 1.0f);
+    float colored[3];
+    int32_t tone[3];
+    SurfaceColor(picture, alpha, shade, colored, tone, type);
+    const float m = float(gParams->SurfaceIntensity) / 100.0f;
+    const int32_t toneTop = std::max({tone[0], tone[1], tone[2]});
+    float out[3];
+    int32_t a = alpha;
+    if (SurfacePassCode == 1) {
+        for (int i = 0; i < 3; ++i) out[i] = float(tone[i]);
+        if (SurfaceEntireNow) {
+            if (KeepWashArea) {
+                KeepTone(offset, tone, toneTop);
+                a = toneTop;
+            } else {
+                a = std::max(alpha, toneTop);
+            }
+        }
+    } else if (SurfacePassCode == 2) {
+        for (int i = 0; i < 3; ++i) out[i] = float(picture[i]);
+        if (SurfaceEntireNow && KeepWashArea && WashAreaBuffer) std::memset(WashAreaBuffer + offset, 0, 4);
+    } else {
+        for (int i = 0; i < 3; ++i) out[i] = float(picture[i]) * (1.0f - m) + colored[i] * m;
+        if (SurfaceEntireNow) {
+            // Transparent pixels show the tone alone, as opaque as the tone is bright.
+            const float q = float(alpha) / 255.0f;
+            for (int i = 0; i < 3; ++i) out[i] = float(tone[i]) * (1.0f - q) + out[i] * q;
+            if (KeepWashArea) KeepTone(offset, tone, toneTop);
+            a = std::max(alpha, toneTop);
+        }
+    }
+    uint8_t* to = SurfaceImage + offset;
+    for (int i = 0; i < 3; ++i) {
+        to[i] = ClampByte(out[i]);
+        picture[i] = to[i];
+    }
+    to[3] = uint8_t(a);
+}
+
+void ShadeSurface() {
+    if (!SurfaceShadeDirty) return;
+    SurfaceShadeDirty = 0;
+    if (!SurfaceLayers[0].View) return;
+    const EffectLayer& shown = ShownSurface();
+    Raster* view = shown.View;
+    if (!view || !SourceImage || !WorkImage || !SurfaceImageReady()) return;
+    const int32_t w = std::min(view->Width(), ImageWidth), h = std::min(view->Height(), ImageHeight);
+    const int32_t type = shown.SurfaceType;
+    const int32_t stride = view->RowBytes();
+    const float g2 = SlopeGain(1000.0);
+    const int32_t shift = int32_t(g2 * 127.0f);
+
+    BuildShadeMap(view->Width(), view->Height(), stride);
+    if (w <= 0 || h <= 0 || !ShadeMap) return;
+    // A View of another size than the relief was built for reads a fresh flat relief.
+    if (ReliefBlock.Bytes < size_t(h - 1) * size_t(stride) + size_t(w) && !ReserveRelief(stride)) return;
+
+    const WashMaskFollow follow;
+    SurfaceEntireNow = gParams->SurfaceEntire;
+    const bool perspective = gParams->SurfacePerspectiveOn;
+    for (int32_t y = h - 1; y >= 0; --y) {
+        const uint8_t* relief = ReliefMap + size_t(y) * stride;
+        const uint8_t* sourceRow = SourceImage + size_t(y) * WorkRowBytes;
+        const uint8_t* workRow = WorkImage + size_t(y) * WorkRowBytes;
+        for (int32_t x = 0; x < w; ++x) {
+            int32_t pixel[3];
+            int32_t alpha;
+            int32_t maskRow = y;
+            if (perspective) {
+                // The picture lies on the relief: shifted up by its height, lifted by
+                // `shift` so the average stays in place, between two rows.
+                const float z = float(relief[x]) * g2;
+                const int32_t zi = int32_t(z);
+                const int32_t row = std::clamp(shift + y - zi, 0, h - 1);
+                const float f = z - float(zi);
+                const int32_t next = std::clamp(row + 1, 0, h - 1);
+                const uint8_t* at = SourceImage + size_t(row) * WorkRowBytes + size_t(x) * 4;
+                const uint8_t* below = SourceImage + size_t(next) * WorkRowBytes + size_t(x) * 4;
+                for (int i = 0; i < 3; ++i) pixel[i] = int32_t(float(below[i]) * (1.0f - f) + float(at[i]) * f);
+                alpha = int32_t(float(below[3]) * (1.0f - f) + float(at[3]) * f);
+                maskRow = next;
+            } else {
+                for (int i = 0; i < 3; ++i) pixel[i] = sourceRow[size_t(x) * 4 + i];
+                alpha = workRow[size_t(x) * 4 + 3];
+            }
+            ApplySurfacePixel(pixel, alpha, size_t(y) * ImageWidth + x, size_t(y) * WorkRowBytes + size_t(x) * 4,
+                              type);
+            follow.Copy(maskRow, x, y);
+        }
+        // The pass runs upward, and so does its progress.
+        ReportProgress(float(ProgressPercent + ProgressSpan * y / h), 100);
+    }
+}
+
+void SurfaceAlphaFromSource() {
+    if (!SourceImage || !WorkImage) return;
+    const bool mask = HaveMask && HostMaskData;
+    for (int32_t y = 0; y < ImageHeight; ++y) {
+        const uint8_t* s = SourceImage + size_t(y) * WorkRowBytes;
+        uint8_t* d = WorkImage + size_t(y) * WorkRowBytes;
+        for (int32_t x = 0; x < ImageWidth; ++x) {
+            const uint8_t a = s[size_t(x) * 4 + 3];
+            d[size_t(x) * 4 + 3] = mask ? uint8_t(int32_t(SelectionAt(x, y) * float(a))) : a;
+        }
+    }
+}
+
+void MergeSurfaceResult() {
+    if (!SourceImage || !WorkImage || !SurfaceImageReady()) return;
+    if (!(HaveMask && HostMaskData)) {
+        if (SurfaceImage != WorkImage) std::memcpy(WorkImage, SurfaceImage, size_t(ImageHeight) * WorkRowBytes);
+        return;
+    }
+    // Surfacing stays inside the selection, blended by its soft edge.
+    for (int32_t y = 0; y < ImageHeight; ++y) {
+        const uint8_t* s = SourceImage + size_t(y) * WorkRowBytes;
+        const uint8_t* f = SurfaceImage + size_t(y) * WorkRowBytes;
+        uint8_t* d = WorkImage + size_t(y) * WorkRowBytes;
+        for (int32_t x = 0; x < ImageWidth; ++x) {
+            const float m = SelectionAt(x, y);
+            for (int i = 0; i < 4; ++i) {
+                const size_t k = size_t(x) * 4 + i;
+                d[k] = uint8_t(int32_t(float(s[k]) * (1.0f - m) + float(f[k]) * m));
+            }
+        }
+    }
+}
