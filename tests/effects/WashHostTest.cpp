@@ -1,15 +1,11 @@
 // Washes through the whole plug-in, driven by hostsim, with textures of known values
 // in a data folder of the test's own.
+#include "TextureFolder.h"
 #include "shell/ShellFixture.h"
-#include "common/TempPaths.h"
 
 #include "platform/Alert.h"
-#include "platform/ModulePath.h"
-#include "raster/TextureTestFiles.h"
 
 #include <algorithm>
-#include <atomic>
-#include <filesystem>
 
 using namespace shelltest;
 
@@ -17,24 +13,7 @@ namespace {
 
 class WashHostTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        static std::atomic<int> counter{0};
-        root_ = ProcessTempDir() / ("wash-" + std::to_string(counter++));
-        std::filesystem::remove_all(root_);
-        std::filesystem::create_directories(root_ / "Quenzit");
-        SetModuleFilePathOverride((root_ / "Quenzit64.8bf").string());
-    }
-    void TearDown() override {
-        SetModuleFilePathOverride("");
-        std::error_code ignored;
-        std::filesystem::remove_all(root_, ignored);
-    }
-    // A one-plane texture of the document's size, `value` everywhere.
-    void Texture(const char* name, int32 w, int32 h, uint8 value) {
-        const std::vector<uint8_t> raw(size_t(w) * h, value);
-        rastertest::WriteTexture((root_ / "Quenzit" / name).string(), false, uint32_t(w), uint32_t(h), 1,
-                                 rastertest::Compress(raw));
-    }
+    void Texture(const char* name, int32 w, int32 h, uint8 value) { folder_.Texture(name, w, h, value); }
     // Only the washes are on.
     static hostsim::Descriptor Washes(const char* first, int32 type1, const char* second = nullptr, int32 type2 = 0) {
         hostsim::Descriptor d;
@@ -48,12 +27,7 @@ protected:
         }
         return d;
     }
-    static hostsim::Document Opaque(int32 w, int32 h) {
-        std::vector<uint8> pixels = TestCard(w, h, 4);
-        for (size_t i = 3; i < pixels.size(); i += 4) pixels[i] = 255;
-        return hostsim::MakeDocument(w, h, plugInModeRGBColor, 8, pixels, 4);
-    }
-    std::filesystem::path root_;
+    effectstest::TextureFolder folder_{"wash"};
     AlertCapture alerts_; // the surfaces and background have no files here
 };
 
@@ -104,7 +78,7 @@ TEST_F(WashHostTest, OutsideTheEdgeAMaskOfZeroIsFullStrength) {
     const int32 w = 20, h = 12;
     Texture("Black.qzt", w, h, 0);
     for (bool inside : {false, true}) {
-        auto host = MakeHost(Opaque(w, h));
+        auto host = MakeHost(OpaqueDocument(w, h));
         hostsim::Descriptor d = Washes("Black.qzt", 0);
         d.PutInteger(FourCC("EDs1"), 50); // deepest point 6: below 3 from the edge the mask is 0
         d.PutBoolean(FourCC("Isd1"), inside);

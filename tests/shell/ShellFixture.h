@@ -27,6 +27,13 @@ inline hostsim::Document RgbDocument(int32 width, int32 height, int planes = 3, 
     return hostsim::MakeDocument(width, height, mode, 8, TestCard(width, height, planes), planes);
 }
 
+// A layer of four planes whose alpha is 255 everywhere.
+inline hostsim::Document OpaqueDocument(int32 width, int32 height) {
+    std::vector<uint8> pixels = TestCard(width, height, 4);
+    for (size_t i = 3; i < pixels.size(); i += 4) pixels[i] = 255;
+    return hostsim::MakeDocument(width, height, plugInModeRGBColor, 8, pixels, 4);
+}
+
 // Every texture named "no texture": the render passes the picture through.
 inline hostsim::Descriptor AllEffectsOff() {
     hostsim::Descriptor d;
