@@ -8,12 +8,16 @@ ASAN     := build/asan
 WIN64    := build/win64
 CTEST    := ctest --output-on-failure -j $(JOBS)
 
-.PHONY: all deps native asan win64 test test-native test-asan test-win64 demo clean
+.PHONY: all deps photos native asan win64 test test-native test-asan test-win64 demo clean
 
 all: native win64
 
 deps:
 	@bash tools/install-deps.sh
+
+# Real photographs for the end-to-end tests and the demo (a test card stands in without).
+photos:
+	@bash tools/fetch-photos.sh build/photos
 
 native: deps
 	@cmake -S . -B $(NATIVE) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
@@ -38,13 +42,13 @@ test-asan: asan
 	@echo "== native unit tests under AddressSanitizer and UndefinedBehaviorSanitizer"
 	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1 $(CTEST) --test-dir $(ASAN)
 
-test-win64: win64
+test-win64: win64 photos
 	@echo "== Win64 tests under wine"
 	@$(CTEST) --test-dir $(WIN64)
 
 test: test-native test-asan test-win64
 
-demo: win64
+demo: win64 photos
 	@bash tools/stage-dist.sh $(WIN64)/bin $(NATIVE)/data/Quenzit dist/Quenzit-win64
 	@echo "Staged dist/Quenzit-win64/"
 

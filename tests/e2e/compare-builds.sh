@@ -3,20 +3,24 @@
 # and through the Win64 filterhost.exe loading the real Quenzit64.8bf under wine; the two
 # results must be the same bytes.
 #   compare-builds.sh NATIVE_BIN WIN_BIN WINEPREFIX WORKDIR NAME WIDTH HEIGHT TUPLE
-#                     [--same-as-input | --changed] [--selection] [--data DIR] [-- ARGS...]
+#                     [--same-as-input | --changed] [--selection] [--data DIR] [--photo NAME]
+#                     [-- ARGS...]
 # --selection makes a grey test card of the same size the host's selection.
+# --photo takes the picture from the photograph NAME.png that tools/fetch-photos.sh put
+# beside the build folders (a test card when it is missing).
 # --data links DIR (default: the native build's texture library) in as the Quenzit folder
 # beside the module.
 set -euo pipefail
 native=$1 win=$2 prefix=$3 work=$4 name=$5 width=$6 height=$7 tuple=$8
 shift 8
-same_as_input=0 changed=0 selection=0 data=
+same_as_input=0 changed=0 selection=0 data= photo=
 while [ $# -gt 0 ] && [ "$1" != "--" ]; do
   case "$1" in
     --same-as-input) same_as_input=1 ;;
     --changed) changed=1 ;;
     --selection) selection=1 ;;
     --data) data=$2; shift ;;
+    --photo) photo=$2; shift ;;
     *) echo "compare-builds: unknown option $1"; exit 1 ;;
   esac
   shift
@@ -35,7 +39,9 @@ if [ -n "$data" ]; then
   data_args=(--data Quenzit)
 fi
 
-"$native/qz-testcard" in.pam "$width" "$height" "$tuple"
+photo_args=()
+[ -n "$photo" ] && photo_args=("$native/../../photos/$photo.png")
+"$native/qz-testcard" in.pam "$width" "$height" "$tuple" "${photo_args[@]}"
 if [ $selection = 1 ]; then
   "$native/qz-testcard" selection.pam "$width" "$height" GRAYSCALE
   set -- --selection selection.pam "$@"
