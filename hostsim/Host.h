@@ -31,6 +31,7 @@
 #include "Document.h"
 
 #include <array>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -128,6 +129,10 @@ public:
         int32 total;
     };
     const std::vector<ProgressCall>& Progress() const { return progress_; }
+    // Called on every progress report as it happens (benchmarks time stages by it).
+    void SetProgressObserver(std::function<void(int32 done, int32 total)> observer) {
+        progressObserver_ = std::move(observer);
+    }
     int AbortChecks() const { return abortChecks_; }
     int Calls(int16 selector) const;
 
@@ -162,7 +167,10 @@ public:
     // Called by the interface's callbacks (plain functions) on the host making the call.
     static Host* Current();
     OSErr AdvanceState();
-    void OnProgress(int32 done, int32 total) { progress_.push_back({done, total}); }
+    void OnProgress(int32 done, int32 total) {
+        progress_.push_back({done, total});
+        if (progressObserver_) progressObserver_(done, total);
+    }
     void OnAbortCheck() { ++abortChecks_; }
     OSErr OnColorServices(ColorServicesInfo* info);
     SPErr AcquireSuite(const char* name, int32 version, const void** suite);
@@ -220,6 +228,7 @@ private:
     // Observations.
     std::array<int, 7> calls_{};
     std::vector<ProgressCall> progress_;
+    std::function<void(int32, int32)> progressObserver_;
     int abortChecks_ = 0;
     std::vector<Request> requests_;
     std::vector<std::string> misuse_;

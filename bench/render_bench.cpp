@@ -1,0 +1,76 @@
+// A final run of the default look (wash, surface and background with their default
+// textures from the generated data folder) on a 6000 by 4000 RGB document through
+// hostsim, single thread. Reported per pixel of the document: the whole run, each stage
+// (timed between the render's own progress marks), and the peak resident memory.
+//   render_bench --benchmark_filter=DefaultLook   (run alone for an honest peak)
+#include "hostsim/Descriptor.h"
+#include "hostsim/Host.h"
+#include "host/PluginMain.h"
+#include "platform/ModulePath.h"
+
+#include <benchmark/benchmark.h>
+#include <sys/resource.h>
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <vector>
+
+namespace {
+
+constexpr int32_t kWidth = 6000, kHeight = 4000;
+constexpr double kPixels = double(kWidth) * kHeight;
+
+using Clock = std::chrono::steady_clock;
+
+// Which stage the render is in after reporting a mark; the marks are the driver's.
+const char* StageAfter(int32_t done) {
+    if (done < 10) return "t0_acquire";
+    if (done < 20) return "t1_surface_prepare";
+    if (done < 40) return "t2_surface_shade";
+    if (done < 50) return "t3_surface_merge";
+    if (done < 70) return "t4_wash";
+    if (done < 90) return "t5_background_place";
+    return "t6_background_composite";
+}
+
+void BM_DefaultLook(benchmark::State& state) {
+    const std::filesystem::path data = QZ_DATA_DIR;
+    if (!std::filesystem::exists(data / "Battleship.qzt")) {
+        state.SkipWithError("the generated data folder is missing");
+        return;
+    }
+    SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+    std::map<std::string, double> seconds;
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::vector<uint8> pixels(size_t(kWidth) * kHeight * 3);
+        for (size_t i = 0; i < pixels.size(); ++i) pixels[i] = uint8((i * 2654435761u) >> 24);
+        hostsim::Host host(hostsim::MakeDocument(kWidth, kHeight, plugInModeRGBColor, 8, std::move(pixels), 3), {},
+                           PluginMain);
+        Clock::time_point last = Clock::now();
+        const char* stage = "t0_acquire";
+        int tens = 0; // the acquisition ends at 10, the engine is made before the render's 10
+        host.SetProgressObserver([&](int32 done, int32 total) {
+            if (total == 0) return;
+            const Clock::time_point now = Clock::now();
+            seconds[stage] += std::chrono::duration<double>(now - last).count();
+            last = now;
+            if (done == 10 && tens < 2) ++tens;
+            stage = tens == 0 ? "t0_acquire" : tens == 1 && done <= 10 ? "t0_engine_create" : StageAfter(done);
+        });
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(host.PlayAction(hostsim::Descriptor(), plugInDialogDontDisplay));
+    }
+    for (const auto& [name, s] : seconds)
+        state.counters[name + "_ns_px"] = s / double(state.iterations()) * 1e9 / kPixels;
+    rusage usage = {};
+    getrusage(RUSAGE_SELF, &usage);
+    state.counters["peak_bytes_px"] = double(usage.ru_maxrss) * 1024.0 / kPixels;
+    state.counters["pixels"] = benchmark::Counter(kPixels, benchmark::Counter::kIsIterationInvariantRate);
+}
+
+} // namespace
+
+BENCHMARK(BM_DefaultLook)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK_MAIN();
