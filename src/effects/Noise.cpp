@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <vector>
 
 namespace {
 
@@ -95,36 +96,84 @@ void MakeNoiseField(NoiseField& field, int32_t seed) {
     }
 }
 
-double Noise2(const NoiseField& field, double x, double y) {
-    const double tx = x + 4096.0;
-    const int32_t kx = TruncToInt(tx);
-    const int32_t bx0 = kx & 127, bx1 = (bx0 + 1) & 127;
-    const double rx0 = tx - kx, rx1 = rx0 - 1.0;
-    const double ty = y + 4096.0;
-    const int32_t ky = TruncToInt(ty);
-    const int32_t by0 = ky & 127, by1 = (by0 + 1) & 127;
-    const double ry0 = ty - ky, ry1 = ry0 - 1.0;
+namespace {
 
-    const int32_t* perm = field.Perm;
-    const int32_t i = perm[bx0], j = perm[bx1];
-    const int32_t b00 = perm[i + by0], b10 = perm[j + by0], b01 = perm[i + by1], b11 = perm[j + by1];
+constexpr int kOctaves = 5;
 
-    const double sx = ((rx0 * 6 - 15) * rx0 + 10) * rx0 * rx0 * rx0;
-    const double sy = ((ry0 * 6 - 15) * ry0 + 10) * ry0 * ry0 * ry0;
+// What one coordinate contributes to Noise2: the lattice cell, the offsets into it and
+// the quintic fade. Along a row the y terms are fixed, down a column the x terms, so a
+// fill works them out once per row and once per column.
+struct AxisTerm {
+    double r0, r1, fade;
+    int32_t b0, b1;
+};
 
-    const auto& g = field.Gradient;
-    double u = rx0 * g[b00][0] + ry0 * g[b00][1];
-    double v = rx1 * g[b10][0] + ry0 * g[b10][1];
-    const double a = u + sx * (v - u);
-    u = rx0 * g[b01][0] + ry1 * g[b01][1];
-    v = rx1 * g[b11][0] + ry1 * g[b11][1];
-    const double b = u + sx * (v - u);
-    return a + sy * (b - a);
+AxisTerm Term(double v) {
+    AxisTerm t;
+    const double tv = v + 4096.0;
+    const int32_t k = TruncToInt(tv);
+    t.b0 = k & 127;
+    t.b1 = (t.b0 + 1) & 127;
+    t.r0 = tv - k;
+    t.r1 = t.r0 - 1.0;
+    t.fade = ((t.r0 * 6 - 15) * t.r0 + 10) * t.r0 * t.r0 * t.r0;
+    return t;
 }
 
+// The x term with its two permutation entries looked up already.
+struct ColumnTerm {
+    double r0, r1, fade;
+    int32_t i, j;
+};
+
+ColumnTerm Column(const NoiseField& field, double x) {
+    const AxisTerm t = Term(x);
+    return {t.r0, t.r1, t.fade, field.Perm[t.b0], field.Perm[t.b1]};
+}
+
+double Combine(const NoiseField& field, const ColumnTerm& x, const AxisTerm& y) {
+    const int32_t* perm = field.Perm;
+    const int32_t b00 = perm[x.i + y.b0], b10 = perm[x.j + y.b0], b01 = perm[x.i + y.b1], b11 = perm[x.j + y.b1];
+    const auto& g = field.Gradient;
+    double u = x.r0 * g[b00][0] + y.r0 * g[b00][1];
+    double v = x.r1 * g[b10][0] + y.r0 * g[b10][1];
+    const double a = u + x.fade * (v - u);
+    u = x.r0 * g[b01][0] + y.r1 * g[b01][1];
+    v = x.r1 * g[b11][0] + y.r1 * g[b11][1];
+    const double b = u + x.fade * (v - u);
+    return a + y.fade * (b - a);
+}
+
+constexpr double kOctaveScale[kOctaves] = {1, 2, 4, 8, 16};
+
+double Fractal(const NoiseField& field, const ColumnTerm* x, const AxisTerm* y) {
+    return Combine(field, x[0], y[0]) + 0.5 * Combine(field, x[1], y[1]) + 0.25 * Combine(field, x[2], y[2]) +
+           0.125 * Combine(field, x[3], y[3]) + 0.0625 * Combine(field, x[4], y[4]);
+}
+
+// The five octaves' terms of every column, for columns at xs[c].
+std::unique_ptr<ColumnTerm[]> ColumnTerms(const NoiseField& field, const std::vector<double>& xs) {
+    std::unique_ptr<ColumnTerm[]> terms(new (std::nothrow) ColumnTerm[xs.size() * kOctaves]);
+    if (!terms) return terms;
+    for (size_t c = 0; c < xs.size(); ++c)
+        for (int o = 0; o < kOctaves; ++o) terms[c * kOctaves + o] = Column(field, kOctaveScale[o] * xs[c]);
+    return terms;
+}
+
+void RowTerms(double y, AxisTerm out[kOctaves]) {
+    for (int o = 0; o < kOctaves; ++o) out[o] = Term(kOctaveScale[o] * y);
+}
+
+} // namespace
+
+double Noise2(const NoiseField& field, double x, double y) { return Combine(field, Column(field, x), Term(y)); }
+
 double FractalNoise(const NoiseField& field, double x, double y) {
-    return Noise2(field, x, y) + 0.5 * Noise2(field, 2 * x, 2 * y) + 0.25 * Noise2(field, 4 * x, 4 * y) +
-           0.125 * Noise2(field, 8 * x, 8 * y) + 0.0625 * Noise2(field, 16 * x, 16 * y);
+    ColumnTerm xs[kOctaves];
+    AxisTerm ys[kOctaves];
+    for (int o = 0; o < kOctaves; ++o) xs[o] = Column(field, kOctaveScale[o] * x);
+    RowTerms(y, ys);
+    return Fractal(field, xs, ys);
 }
 
 bool FillNoiseFull(Raster* raster, int32_t seed, NoiseColor low, NoiseColor high, double feature) {
@@ -134,20 +183,25 @@ bool FillNoiseFull(Raster* raster, int32_t seed, NoiseColor low, NoiseColor high
     if (!field) return false;
     const int32_t w = raster->Columns(), h = raster->Rows();
     const double stepX = s.frequency / w, stepY = s.frequency / h;
+    // x runs along a row by repeated addition, the same in every row.
+    std::vector<double> xs(static_cast<size_t>(w));
+    double x = 0.0;
+    for (int32_t c = 0; c < w; ++c, x += stepX) xs[size_t(c)] = x;
+    const std::unique_ptr<ColumnTerm[]> columns = ColumnTerms(*field, xs);
+    if (!columns) return false;
     uint8_t* base = raster->Pixels();
     const size_t planeBytes = raster->PlaneBytes();
     const size_t rowBytes = size_t(raster->RowBytes());
     for (int32_t r = 0; r < h; ++r) {
-        const double y = r * stepY;
-        double x = 0.0;
+        AxisTerm ys[kOctaves];
+        RowTerms(r * stepY, ys);
         for (int32_t c = 0; c < w; ++c) {
-            const double sum = FractalNoise(*field, x, y);
+            const double sum = Fractal(*field, &columns[size_t(c) * kOctaves], ys);
             for (uint32_t p = 0; p < raster->Planes && p < 4; ++p) {
                 const int32_t middle = s.low[p] + s.amplitude[p];
                 base[p * planeBytes + r * rowBytes + size_t(c)] =
                     uint8_t((TruncToInt(s.amplitude[p] * sum) & 255) + middle);
             }
-            x += stepX;
         }
         ReportRow(r, h);
     }
@@ -164,13 +218,17 @@ bool FillNoisePreview(Raster* textureSource, Raster* raster, int32_t seed, Noise
     const double stepX = s.frequency / textureSource->Width(), stepY = s.frequency / textureSource->Height();
     // The whole plane, border included, as the full-size fill does, so the two line up.
     const int32_t w = raster->Columns(), h = raster->Rows();
+    std::vector<double> xs(static_cast<size_t>(w));
+    for (int32_t c = 0; c < w; ++c) xs[size_t(c)] = PreviewOriginX * stepX + c * stepX;
+    const std::unique_ptr<ColumnTerm[]> columns = ColumnTerms(*field, xs);
+    if (!columns) return false;
     uint8_t* base = raster->Pixels();
     const size_t rowBytes = size_t(raster->RowBytes());
     for (int32_t r = 0; r < h; ++r) {
-        const double y = PreviewOriginY * stepY + r * stepY;
+        AxisTerm ys[kOctaves];
+        RowTerms(PreviewOriginY * stepY + r * stepY, ys);
         for (int32_t c = 0; c < w; ++c) {
-            const double x = PreviewOriginX * stepX + c * stepX;
-            const double sum = FractalNoise(*field, x, y);
+            const double sum = Fractal(*field, &columns[size_t(c) * kOctaves], ys);
             base[r * rowBytes + size_t(c)] = uint8_t(TruncToInt(s.amplitude[0] * sum) + s.low[0] + s.amplitude[0]);
         }
         ReportRow(r, h);
