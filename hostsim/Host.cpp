@@ -11,6 +11,7 @@
 #include "Scripting.h"
 
 #include <algorithm>
+#include <chrono>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -257,7 +258,9 @@ int16 Host::Call(int16 selector) {
 
     record_.parameters = parameters_;
     errorString_[0] = 0;
+    const auto began = std::chrono::steady_clock::now();
     entry_(selector, &record_, &dataSlot_, &result);
+    entrySeconds_ += std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
     parameters_ = record_.parameters;
 
     const Handle data = reinterpret_cast<Handle>(dataSlot_);
@@ -480,7 +483,10 @@ OSErr Host::AdvanceState() {
         Misuse("advanceState called outside a filter run");
         return paramErr;
     }
-    return Serve();
+    const auto began = std::chrono::steady_clock::now();
+    const OSErr err = Serve();
+    servedSeconds_ += std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+    return err;
 }
 
 OSErr Host::FillSampled(const VRect& rect, Fixed rate, int16 padding, int lo, int hi, bool mask,

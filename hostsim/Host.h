@@ -129,6 +129,9 @@ public:
         int32 total;
     };
     const std::vector<ProgressCall>& Progress() const { return progress_; }
+    // Time spent in the plug-in's filter selectors, less the host's own work in the
+    // advanceState calls made from inside them: the plug-in's share of a run.
+    double PluginSeconds() const { return entrySeconds_ - servedSeconds_; }
     // Called on every progress report as it happens (benchmarks time stages by it).
     void SetProgressObserver(std::function<void(int32 done, int32 total)> observer) {
         progressObserver_ = std::move(observer);
@@ -229,6 +232,7 @@ private:
     std::array<int, 7> calls_{};
     std::vector<ProgressCall> progress_;
     std::function<void(int32, int32)> progressObserver_;
+    double entrySeconds_ = 0.0, servedSeconds_ = 0.0;
     int abortChecks_ = 0;
     std::vector<Request> requests_;
     std::vector<std::string> misuse_;
