@@ -7,39 +7,30 @@
 
 namespace {
 
-struct ToneRamp {
-    float shadow[3], midtone[3], highlight[3];
-};
-
 void Unpack(uint32_t color, float to[3]) {
     to[0] = float(color & 0xFF);
     to[1] = float((color >> 8) & 0xFF);
     to[2] = float((color >> 16) & 0xFF);
 }
 
-// Shadow and highlight meet the midtone colour at shade 0.65; `weight` (0..1) is how
+// Shadow and highlight meet the midtone colour at shade 0.65; the weight (0..1) is how
 // much of the colours there is against plain grey.
-void TriTone(float shade, float weight, float out[3]) {
-    const FilterParameters& p = *gParams;
-    ToneRamp ramp;
-    Unpack(p.SurfaceShadowColor, ramp.shadow);
-    Unpack(p.SurfaceMidtoneColor, ramp.midtone);
-    Unpack(p.SurfaceHighlightColor, ramp.highlight);
+void TriTone(const SurfaceColorSettings& c, float shade, float out[3]) {
     float wm, we;
     const float* end;
     if (shade <= 0.65f) {
         const float u = shade / 0.65f;
-        wm = u * u * weight;
-        we = (1.0f - u * u) * weight;
-        end = ramp.shadow;
+        wm = u * u * c.weight;
+        we = (1.0f - u * u) * c.weight;
+        end = c.shadow;
     } else {
         const float u = float(double(1.0f - shade) / 0.35);
-        wm = u * weight;
-        we = (1.0f - u) * weight;
-        end = ramp.highlight;
+        wm = u * c.weight;
+        we = (1.0f - u) * c.weight;
+        end = c.highlight;
     }
     const float grey = (1.0f - std::min(1.0f, we + wm)) * (shade * 255.0f);
-    for (int i = 0; i < 3; ++i) out[i] = end[i] * we + ramp.midtone[i] * wm + grey;
+    for (int i = 0; i < 3; ++i) out[i] = end[i] * we + c.midtone[i] * wm + grey;
 }
 
 float Enhance(int32_t p, float o) {
@@ -96,19 +87,32 @@ void TintMix(const int32_t picture[3], float tone[3]) {
 
 float BoostMix(float c, float o, float m) { return std::min((o * c * (1.0f - m)) / 255.0f + (o + c) * m, 255.0f); }
 
+SurfaceColorSettings ReadSurfaceColorSettings() {
+    const FilterParameters& p = *gParams;
+    SurfaceColorSettings c;
+    c.brightness = float(p.SurfaceBrightness - 100);
+    if (c.brightness > 0.0f) c.brightness *= 1.5f;
+    c.hueShift = float(p.SurfaceHue) * 1.275f;
+    c.weight = float(p.SurfaceMidtone) / 100.0f;
+    Unpack(p.SurfaceShadowColor, c.shadow);
+    Unpack(p.SurfaceMidtoneColor, c.midtone);
+    Unpack(p.SurfaceHighlightColor, c.highlight);
+    c.contrast = p.SurfaceContrast;
+    return c;
+}
+
 void SurfaceColor(const int32_t picture[3], int32_t /*alpha*/, float shade, float out[3], int32_t tone[3],
                   int32_t type) {
-    const FilterParameters& p = *gParams;
-    float brightness = float(p.SurfaceBrightness - 100);
-    if (brightness > 0.0f) brightness *= 1.5f;
-    const float hueShift = float(p.SurfaceHue) * 1.275f;
-    const float weight = float(p.SurfaceMidtone) / 100.0f;
+    SurfaceColor(ReadSurfaceColorSettings(), picture, shade, out, tone, type);
+}
 
-    TriTone(shade, weight, out);
+void SurfaceColor(const SurfaceColorSettings& settings, const int32_t picture[3], float shade, float out[3],
+                  int32_t tone[3], int32_t type) {
+    TriTone(settings, shade, out);
     for (int i = 0; i < 3; ++i) tone[i] = int32_t(out[i]);
 
     switch (type) {
-    case SurfaceColorize: Colorize(picture, tone, shade, weight, out); break;
+    case SurfaceColorize: Colorize(picture, tone, shade, settings.weight, out); break;
     case SurfaceTint: TintMix(picture, out); break;
     case SurfaceBoost: {
         const float m = float(picture[0] + picture[1] + picture[2]) / 765.0f;
@@ -130,15 +134,16 @@ void SurfaceColor(const int32_t picture[3], int32_t /*alpha*/, float shade, floa
     default: break; // the plain tone
     }
 
-    if (hueShift != 0.0f || brightness != 0.0f) {
+    if (settings.hueShift != 0.0f || settings.brightness != 0.0f) {
         const HlsColor hls = RgbToHls240(int32_t(out[0]), int32_t(out[1]), int32_t(out[2]));
-        const RgbColor c = HlsToRgb240(int32_t(float(hls.h) + hueShift), hls.l, hls.s);
+        const RgbColor c = HlsToRgb240(int32_t(float(hls.h) + settings.hueShift), hls.l, hls.s);
         const int32_t shifted[3] = {c.r, c.g, c.b};
-        for (int i = 0; i < 3; ++i) out[i] = float(std::clamp(int32_t(float(shifted[i]) + brightness), 0, 255));
+        for (int i = 0; i < 3; ++i)
+            out[i] = float(std::clamp(int32_t(float(shifted[i]) + settings.brightness), 0, 255));
     }
-    if (p.SurfaceContrast != 100) {
-        const float c = p.SurfaceContrast <= 100 ? float(p.SurfaceContrast) / 100.0f
-                                                 : float(p.SurfaceContrast - 100) / 30.0f + 1.0f;
+    if (settings.contrast != 100) {
+        const float c = settings.contrast <= 100 ? float(settings.contrast) / 100.0f
+                                                 : float(settings.contrast - 100) / 30.0f + 1.0f;
         for (int i = 0; i < 3; ++i) out[i] = std::clamp((out[i] - 127.0f) * c + 127.0f, 0.0f, 255.0f);
     }
 }

@@ -18,11 +18,22 @@ enum SurfaceTypeCode : int32_t {
     SurfaceColorBurn = 7,
 };
 
+// The settings SurfaceColor reads from gParams, taken once for a whole pass.
+struct SurfaceColorSettings {
+    float brightness = 0.0f, hueShift = 0.0f, weight = 0.0f; // weight: Midtone / 100
+    float shadow[3] = {}, midtone[3] = {}, highlight[3] = {};
+    int32_t contrast = 100;
+};
+SurfaceColorSettings ReadSurfaceColorSettings();
+
 // picture: 0..255 each, not changed. shade: 0..1, limited by the caller. out: the
 // coloured value (f32, 0..255 after the contrast step); tone: the ramp's colour before
 // the type, truncated. alpha is accepted for the thumbnails' sake and not used.
 void SurfaceColor(const int32_t picture[3], int32_t alpha, float shade, float out[3], int32_t tone[3],
                   int32_t type);
+// The same with the settings read already.
+void SurfaceColor(const SurfaceColorSettings& settings, const int32_t picture[3], float shade, float out[3],
+                  int32_t tone[3], int32_t type);
 
 // The tone pulled toward the picture by how dark the picture is (in place on tone).
 void TintMix(const int32_t picture[3], float tone[3]);

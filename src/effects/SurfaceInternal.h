@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-extern PageBlock ReliefBlock, ShadeBlock, SurfaceBlock;
+extern PageBlock ReliefBlock, SurfaceBlock;
 
 // The surface whose View sizes the pass: the second while it is shown alone.
 const EffectLayer& ShownSurface();
@@ -15,10 +15,14 @@ bool SurfaceImageReady();
 // Makes ReliefMap hold ImageHeight rows of `stride` bytes; false when it cannot.
 bool ReserveRelief(int32_t stride);
 
-struct LightVector {
-    float x = 0.0f, y = 0.0f, z = 0.0f;
-};
-LightVector SurfaceLight();
 // sqrt(depth / 100) * 150 / PreviewScale / divisor: the slope of the relief per pixel
 // of the work area, steeper in a preview by its scale.
 float SlopeGain(double divisor);
+
+// The light vector and the slope gain of the shade, worked out once for a pass.
+struct ShadeLight {
+    float x = 0.0f, y = 0.0f, z = 0.0f, gain = 0.0f;
+};
+ShadeLight SurfaceShadeLight();
+void BuildShadeRow(const ShadeLight& light, int32_t y, int32_t width, int32_t height, int32_t reliefStride,
+                   float* out);

@@ -15,10 +15,9 @@
 #include <cstring>
 
 uint8_t* ReliefMap = nullptr;
-float* ShadeMap = nullptr;
 uint8_t* SurfaceImage = nullptr;
 
-PageBlock ReliefBlock, ShadeBlock, SurfaceBlock;
+PageBlock ReliefBlock, SurfaceBlock;
 
 bool ShowingSecondSurface() {
     return DialogOpen && gParams->SecondSurfaceExists && ActiveTab == TabSurface &&
@@ -32,8 +31,8 @@ int32_t SurfaceDepthForLight() {
     return p.SecondSurfaceExists ? std::max(p.SurfaceDepth1, p.SurfaceDepth2) : p.SurfaceDepth1;
 }
 
-// The relief and shade maps are sized when they are built, for the View they are built
-// from: a View can change its size between two calls of AllocateReliefBuffers.
+// The relief is sized when it is built, for the View it is built from: a View can change
+// its size between two calls of AllocateReliefBuffers.
 bool ReserveRelief(int32_t stride) {
     const bool ok = ReliefBlock.Reserve(size_t(ImageHeight) * size_t(std::max(stride, 0)));
     ReliefMap = static_cast<uint8_t*>(ReliefBlock.Data);
@@ -51,12 +50,6 @@ bool SurfaceImageReady() {
 }
 
 namespace {
-
-bool ReserveShade() {
-    const bool ok = ShadeBlock.Reserve(size_t(ImageHeight) * size_t(WorkRowBytes));
-    ShadeMap = static_cast<float*>(ShadeBlock.Data);
-    return ok;
-}
 
 struct ReliefSource {
     const uint8_t* samples = nullptr;
@@ -82,9 +75,7 @@ void ScaleInto(const ReliefSource& s, float depth) {
 
 void AllocateReliefBuffers() {
     ReliefBlock.Free();
-    ShadeBlock.Free();
     ReliefMap = nullptr;
-    ShadeMap = nullptr;
     if (DialogOpen) {
         SurfaceBlock.Replace(size_t(ImageHeight) * size_t(WorkRowBytes));
         SurfaceImage = static_cast<uint8_t*>(SurfaceBlock.Data);
@@ -97,10 +88,8 @@ void AllocateReliefBuffers() {
 
 void FreeReliefBuffers() {
     ReliefBlock.Free();
-    ShadeBlock.Free();
     SurfaceBlock.Free();
     ReliefMap = nullptr;
-    ShadeMap = nullptr;
     SurfaceImage = nullptr;
 }
 
@@ -135,12 +124,16 @@ void BuildSurfaceRelief(bool first, bool second) {
     }
 }
 
-LightVector SurfaceLight() {
+float SlopeGain(double divisor) {
+    return float(std::sqrt(double(SurfaceDepthForLight()) / 100.0) * 150.0 / PreviewScale / divisor);
+}
+
+ShadeLight SurfaceShadeLight() {
     const FilterParameters& p = *gParams;
     // 3.141592 as the light has always been computed; the angles go through double.
     const double a = double(float(3.141592 - double(p.SurfaceLightAlpha) * 3.141592 / 180.0));
     const double b = double(float(3.141592 - double(p.SurfaceLightBeta) * 3.141592 / 180.0));
-    LightVector l;
+    ShadeLight l;
     l.z = float(PortableSin(b));
     l.x = float(PortableCos(a) * PortableCos(b));
     l.y = float(PortableSin(a) * PortableCos(b));
@@ -150,31 +143,27 @@ LightVector SurfaceLight() {
         l.y /= n;
         l.z /= n;
     }
+    l.gain = SlopeGain(5000.0);
     return l;
 }
 
-float SlopeGain(double divisor) {
-    return float(std::sqrt(double(SurfaceDepthForLight()) / 100.0) * 150.0 / PreviewScale / divisor);
+void BuildShadeRow(const ShadeLight& l, int32_t y, int32_t width, int32_t height, int32_t reliefStride,
+                   float* out) {
+    const int32_t w = std::min(width, ImageWidth), h = std::min(height, ImageHeight);
+    if (y < 0 || y >= h || w <= 0 || !ReliefMap) return;
+    if (ReliefBlock.Bytes < size_t(h - 1) * size_t(reliefStride) + size_t(w)) return;
+    const uint8_t* row = ReliefMap + size_t(y) * reliefStride;
+    // The last row and column extrapolate, so the edge has no rim.
+    const uint8_t* below = y + 1 < h ? row + reliefStride : nullptr;
+    const uint8_t* above = y > 0 ? row - reliefStride : nullptr;
+    for (int32_t x = 0; x < w; ++x) {
+        const int32_t v = row[x];
+        const int32_t down = below ? below[x] : above ? 2 * v - above[x] : v;
+        const int32_t right = x + 1 < w ? row[x + 1] : x > 0 ? 2 * v - row[x - 1] : v;
+        out[x] = (float(down - v) * l.y + float(right - v) * l.x) * l.gain + l.z;
+    }
 }
 
-void BuildShadeMap(int32_t width, int32_t height, int32_t reliefStride) {
-    const int32_t w = std::min(width, ImageWidth), h = std::min(height, ImageHeight);
-    if (w <= 0 || h <= 0 || !ReliefMap || !ReserveShade()) return;
-    if (ReliefBlock.Bytes < size_t(h - 1) * size_t(reliefStride) + size_t(w)) return;
-    const LightVector l = SurfaceLight();
-    const float g = SlopeGain(5000.0);
-    const int32_t shadeRow = WorkRowBytes / 4;
-    for (int32_t y = 0; y < h; ++y) {
-        const uint8_t* row = ReliefMap + size_t(y) * reliefStride;
-        // The last row and column extrapolate, so the edge has no rim.
-        const uint8_t* below = y + 1 < h ? row + reliefStride : nullptr;
-        const uint8_t* above = y > 0 ? row - reliefStride : nullptr;
-        float* shade = ShadeMap + size_t(y) * shadeRow;
-        for (int32_t x = 0; x < w; ++x) {
-            const int32_t v = row[x];
-            const int32_t down = below ? below[x] : above ? 2 * v - above[x] : v;
-            const int32_t right = x + 1 < w ? row[x + 1] : x > 0 ? 2 * v - row[x - 1] : v;
-            shade[x] = (float(down - v) * l.y + float(right - v) * l.x) * g + l.z;
-        }
-    }
+void BuildShadeRow(int32_t y, int32_t width, int32_t height, int32_t reliefStride, float* out) {
+    BuildShadeRow(SurfaceShadeLight(), y, width, height, reliefStride, out);
 }

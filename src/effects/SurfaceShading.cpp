@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 bool SurfaceEntireNow = false;
 
@@ -55,12 +56,20 @@ struct WashMaskFollow {
 
 } // namespace
 
-void ApplySurfacePixel(int32_t picture[3], int32_t alpha, size_t shadeIndex, size_t offset, int32_t type) {
-    const float shade = std::clamp(ShadeMap[shadeIndex], 0.0f, 1.0f);
+namespace {
+
+// What every pixel of a pass shares: the colour settings and the intensity.
+struct SurfacePass {
+    SurfaceColorSettings color = ReadSurfaceColorSettings();
+    float intensity = float(gParams->SurfaceIntensity) / 100.0f;
+};
+
+void ApplyPixel(const SurfacePass& pass, int32_t picture[3], int32_t alpha, float shade, size_t offset,
+                int32_t type) {
     float colored[3];
     int32_t tone[3];
-    SurfaceColor(picture, alpha, shade, colored, tone, type);
-    const float m = float(gParams->SurfaceIntensity) / 100.0f;
+    SurfaceColor(pass.color, picture, std::clamp(shade, 0.0f, 1.0f), colored, tone, type);
+    const float m = pass.intensity;
     const int32_t toneTop = std::max({tone[0], tone[1], tone[2]});
     float out[3];
     int32_t a = alpha;
@@ -95,6 +104,12 @@ void ApplySurfacePixel(int32_t picture[3], int32_t alpha, size_t shadeIndex, siz
     to[3] = uint8_t(a);
 }
 
+} // namespace
+
+void ApplySurfacePixel(int32_t picture[3], int32_t alpha, float shade, size_t offset, int32_t type) {
+    ApplyPixel(SurfacePass(), picture, alpha, shade, offset, type);
+}
+
 void ShadeSurface() {
     if (!SurfaceShadeDirty) return;
     SurfaceShadeDirty = 0;
@@ -103,20 +118,22 @@ void ShadeSurface() {
     Raster* view = shown.View;
     if (!view || !SourceImage || !WorkImage || !SurfaceImageReady()) return;
     const int32_t w = std::min(view->Width(), ImageWidth), h = std::min(view->Height(), ImageHeight);
+    if (w <= 0 || h <= 0) return;
     const int32_t type = shown.SurfaceType;
     const int32_t stride = view->RowBytes();
     const float g2 = SlopeGain(1000.0);
     const int32_t shift = int32_t(g2 * 127.0f);
-
-    BuildShadeMap(view->Width(), view->Height(), stride);
-    if (w <= 0 || h <= 0 || !ShadeMap) return;
     // A View of another size than the relief was built for reads a fresh flat relief.
     if (ReliefBlock.Bytes < size_t(h - 1) * size_t(stride) + size_t(w) && !ReserveRelief(stride)) return;
 
+    const ShadeLight light = SurfaceShadeLight();
+    const SurfacePass pass;
+    std::vector<float> shade(static_cast<size_t>(w));
     const WashMaskFollow follow;
     SurfaceEntireNow = gParams->SurfaceEntire;
     const bool perspective = gParams->SurfacePerspectiveOn;
     for (int32_t y = h - 1; y >= 0; --y) {
+        BuildShadeRow(light, y, view->Width(), view->Height(), stride, shade.data());
         const uint8_t* relief = ReliefMap + size_t(y) * stride;
         const uint8_t* sourceRow = SourceImage + size_t(y) * WorkRowBytes;
         const uint8_t* workRow = WorkImage + size_t(y) * WorkRowBytes;
@@ -141,8 +158,7 @@ void ShadeSurface() {
                 for (int i = 0; i < 3; ++i) pixel[i] = sourceRow[size_t(x) * 4 + i];
                 alpha = workRow[size_t(x) * 4 + 3];
             }
-            ApplySurfacePixel(pixel, alpha, size_t(y) * ImageWidth + x, size_t(y) * WorkRowBytes + size_t(x) * 4,
-                              type);
+            ApplyPixel(pass, pixel, alpha, shade[size_t(x)], size_t(y) * WorkRowBytes + size_t(x) * 4, type);
             follow.Copy(maskRow, x, y);
         }
         // The pass runs upward, and so does its progress.

@@ -1,4 +1,4 @@
-// The surface: relief from one or two textures, the shade map against a scalar oracle,
+// The surface: relief from one or two textures, the shade against a scalar oracle,
 // the pass with and without perspective, each pass code, and the merge by the selection.
 #include "EffectsFixture.h"
 
@@ -40,7 +40,12 @@ protected:
     uint8_t Relief(const Raster& view, int32_t x, int32_t y) {
         return ReliefMap[size_t(y) * view.RowBytes() + x];
     }
-    float Shade(int32_t x, int32_t y) { return ShadeMap[size_t(y) * ImageWidth + x]; }
+    // The shade at (x, y) of the relief built from `view`.
+    float Shade(const Raster& view, int32_t x, int32_t y) {
+        std::vector<float> row(size_t(view.Width()));
+        BuildShadeRow(y, view.Width(), view.Height(), view.RowBytes(), row.data());
+        return row[size_t(x)];
+    }
     uint8_t* Pixel(std::vector<uint8_t>& image, int32_t x, int32_t y) {
         return image.data() + size_t(y) * WorkRowBytes + size_t(x) * 4;
     }
@@ -87,33 +92,29 @@ TEST_F(SurfaceTest, ShadeMapFollowsTheLightAndExtrapolatesAtTheEdges) {
     const Raster* view = View(0, Steps);
     params_.SurfaceDepth1 = 0;
     BuildSurfaceRelief(true, false);
-    BuildShadeMap(view->Width(), view->Height(), view->RowBytes());
     for (int32_t y = 0; y < ImageHeight; ++y)
-        for (int32_t x = 0; x < ImageWidth; ++x) EXPECT_NEAR(Shade(x, y), lz, 1e-6);
+        for (int32_t x = 0; x < ImageWidth; ++x) EXPECT_NEAR(Shade(*view, x, y), lz, 1e-6);
 
     // A slope along x at depth 100: every column has the same shade, the last one too.
     params_.SurfaceDepth1 = 100;
     View(0, Slope);
     BuildSurfaceRelief(true, false);
-    BuildShadeMap(view->Width(), view->Height(), view->RowBytes());
     const double g = 150.0 / 5000.0;
     for (int32_t y = 0; y < ImageHeight; ++y)
-        for (int32_t x = 0; x < ImageWidth; ++x) EXPECT_NEAR(Shade(x, y), 20.0 * lx * g + lz, 1e-5) << x << "," << y;
+        for (int32_t x = 0; x < ImageWidth; ++x) EXPECT_NEAR(Shade(*view, x, y), 20.0 * lx * g + lz, 1e-5) << x << "," << y;
 
     // Any relief against the plain formula, inner points and the last row and column.
     View(0, Steps);
     BuildSurfaceRelief(true, false);
-    BuildShadeMap(view->Width(), view->Height(), view->RowBytes());
     for (auto [x, y] : {std::pair{1, 1}, {3, 2}, {5, 2}, {2, 4}, {5, 4}}) {
         const int h = Steps(x, y);
         const int down = y + 1 < ImageHeight ? Steps(x, y + 1) : 2 * h - Steps(x, y - 1);
         const int right = x + 1 < ImageWidth ? Steps(x + 1, y) : 2 * h - Steps(x - 1, y);
-        EXPECT_NEAR(Shade(x, y), ((down - h) * ly + (right - h) * lx) * g + lz, 1e-5) << x << "," << y;
+        EXPECT_NEAR(Shade(*view, x, y), ((down - h) * ly + (right - h) * lx) * g + lz, 1e-5) << x << "," << y;
     }
     // The preview's scale steepens the slopes per pixel by that factor.
     PreviewScale = 2.0;
-    BuildShadeMap(view->Width(), view->Height(), view->RowBytes());
-    EXPECT_NEAR(Shade(1, 1), ((Steps(1, 2) - Steps(1, 1)) * ly + (Steps(2, 1) - Steps(1, 1)) * lx) * g / 2 + lz, 1e-5);
+    EXPECT_NEAR(Shade(*view, 1, 1), ((Steps(1, 2) - Steps(1, 1)) * ly + (Steps(2, 1) - Steps(1, 1)) * lx) * g / 2 + lz, 1e-5);
 }
 
 TEST_F(SurfaceTest, PerspectiveShiftsThePictureAndTheWashMaskAlongTheRelief) {
@@ -158,11 +159,9 @@ TEST_F(SurfaceTest, EachPassCodeAndEntire) {
     params_.SurfaceMidtone = 100;
     params_.SurfaceHighlightColor = 0x00785028;
     params_.SurfaceType1 = SurfacePlainTone;
-    std::vector<float> shade(size_t(ImageWidth) * ImageHeight, 1.0f);
-    ShadeMap = shade.data();
     SurfaceImage = WorkImage;
     auto apply = [&](std::array<int32_t, 3> p, int32_t alpha) {
-        ApplySurfacePixel(p.data(), alpha, 0, 0, SurfacePlainTone);
+        ApplySurfacePixel(p.data(), alpha, 1.0f, 0, SurfacePlainTone);
         return std::array<int, 4>{work_[0], work_[1], work_[2], work_[3]};
     };
     using Px = std::array<int, 4>;
@@ -192,7 +191,6 @@ TEST_F(SurfaceTest, EachPassCodeAndEntire) {
     KeepWashArea = false;
     WashAreaBuffer = nullptr;
     SurfaceEntireNow = false;
-    ShadeMap = nullptr;
 }
 
 TEST_F(SurfaceTest, SelectionScalesAlphaAndBlendsTheSurfaceIn) {
