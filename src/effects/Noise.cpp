@@ -145,20 +145,80 @@ double Combine(const NoiseField& field, const ColumnTerm& x, const AxisTerm& y) 
 }
 
 constexpr double kOctaveScale[kOctaves] = {1, 2, 4, 8, 16};
+constexpr double kOctaveWeight[kOctaves] = {1, 0.5, 0.25, 0.125, 0.0625};
 
 double Fractal(const NoiseField& field, const ColumnTerm* x, const AxisTerm* y) {
     return Combine(field, x[0], y[0]) + 0.5 * Combine(field, x[1], y[1]) + 0.25 * Combine(field, x[2], y[2]) +
            0.125 * Combine(field, x[3], y[3]) + 0.0625 * Combine(field, x[4], y[4]);
 }
 
-// The five octaves' terms of every column, for columns at xs[c].
-std::unique_ptr<ColumnTerm[]> ColumnTerms(const NoiseField& field, const std::vector<double>& xs) {
-    std::unique_ptr<ColumnTerm[]> terms(new (std::nothrow) ColumnTerm[xs.size() * kOctaves]);
-    if (!terms) return terms;
-    for (size_t c = 0; c < xs.size(); ++c)
-        for (int o = 0; o < kOctaves; ++o) terms[c * kOctaves + o] = Column(field, kOctaveScale[o] * xs[c]);
-    return terms;
-}
+// The x terms of every column of one octave, and the runs of columns that lie in one
+// lattice cell: within a run a row's gradients and y products are constants.
+struct OctaveColumns {
+    std::vector<double> r0, r1, fade;
+    struct Run {
+        int32_t begin, end, i, j;
+    };
+    std::vector<Run> runs;
+};
+
+// The fractal noise of rows of columns at xs, in the order FractalNoise sums it.
+class NoiseRows {
+public:
+    NoiseRows(const NoiseField& field, const std::vector<double>& xs) : field_(field), sum_(xs.size()) {
+        for (int o = 0; o < kOctaves; ++o) {
+            OctaveColumns& oc = octaves_[o];
+            oc.r0.resize(xs.size());
+            oc.r1.resize(xs.size());
+            oc.fade.resize(xs.size());
+            for (size_t c = 0; c < xs.size(); ++c) {
+                const ColumnTerm t = Column(field, kOctaveScale[o] * xs[c]);
+                oc.r0[c] = t.r0, oc.r1[c] = t.r1, oc.fade[c] = t.fade;
+                if (oc.runs.empty() || oc.runs.back().i != t.i || oc.runs.back().j != t.j)
+                    oc.runs.push_back({int32_t(c), int32_t(c), t.i, t.j});
+                oc.runs.back().end = int32_t(c) + 1;
+            }
+        }
+    }
+
+    // The noise of the row at y, one value a column.
+    const std::vector<double>& Row(double y) {
+        for (int o = 0; o < kOctaves; ++o) Octave(o, Term(kOctaveScale[o] * y));
+        return sum_;
+    }
+
+private:
+    void Octave(int o, const AxisTerm& y) {
+        const OctaveColumns& oc = octaves_[o];
+        const int32_t* perm = field_.Perm;
+        const auto& g = field_.Gradient;
+        const double weight = kOctaveWeight[o];
+        const double* r0 = oc.r0.data();
+        const double* r1 = oc.r1.data();
+        const double* fade = oc.fade.data();
+        double* sum = sum_.data();
+        for (const OctaveColumns::Run& run : oc.runs) {
+            const int32_t b00 = perm[run.i + y.b0], b10 = perm[run.j + y.b0];
+            const int32_t b01 = perm[run.i + y.b1], b11 = perm[run.j + y.b1];
+            const double g00 = g[b00][0], g10 = g[b10][0], g01 = g[b01][0], g11 = g[b11][0];
+            const double y00 = y.r0 * g[b00][1], y10 = y.r0 * g[b10][1];
+            const double y01 = y.r1 * g[b01][1], y11 = y.r1 * g[b11][1];
+            const double fy = y.fade;
+            for (int32_t c = run.begin; c < run.end; ++c) {
+                const double u0 = r0[c] * g00 + y00, v0 = r1[c] * g10 + y10;
+                const double a = u0 + fade[c] * (v0 - u0);
+                const double u1 = r0[c] * g01 + y01, v1 = r1[c] * g11 + y11;
+                const double b = u1 + fade[c] * (v1 - u1);
+                const double n = a + fy * (b - a);
+                sum[c] = o == 0 ? n : sum[c] + weight * n;
+            }
+        }
+    }
+
+    const NoiseField& field_;
+    OctaveColumns octaves_[kOctaves];
+    std::vector<double> sum_;
+};
 
 void RowTerms(double y, AxisTerm out[kOctaves]) {
     for (int o = 0; o < kOctaves; ++o) out[o] = Term(kOctaveScale[o] * y);
@@ -187,21 +247,17 @@ bool FillNoiseFull(Raster* raster, int32_t seed, NoiseColor low, NoiseColor high
     std::vector<double> xs(static_cast<size_t>(w));
     double x = 0.0;
     for (int32_t c = 0; c < w; ++c, x += stepX) xs[size_t(c)] = x;
-    const std::unique_ptr<ColumnTerm[]> columns = ColumnTerms(*field, xs);
-    if (!columns) return false;
+    NoiseRows rows(*field, xs);
     uint8_t* base = raster->Pixels();
     const size_t planeBytes = raster->PlaneBytes();
     const size_t rowBytes = size_t(raster->RowBytes());
     for (int32_t r = 0; r < h; ++r) {
-        AxisTerm ys[kOctaves];
-        RowTerms(r * stepY, ys);
-        for (int32_t c = 0; c < w; ++c) {
-            const double sum = Fractal(*field, &columns[size_t(c) * kOctaves], ys);
-            for (uint32_t p = 0; p < raster->Planes && p < 4; ++p) {
-                const int32_t middle = s.low[p] + s.amplitude[p];
-                base[p * planeBytes + r * rowBytes + size_t(c)] =
-                    uint8_t((TruncToInt(s.amplitude[p] * sum) & 255) + middle);
-            }
+        const std::vector<double>& sum = rows.Row(r * stepY);
+        for (uint32_t p = 0; p < raster->Planes && p < 4; ++p) {
+            const int32_t middle = s.low[p] + s.amplitude[p];
+            uint8_t* out = base + p * planeBytes + r * rowBytes;
+            for (int32_t c = 0; c < w; ++c)
+                out[c] = uint8_t((TruncToInt(s.amplitude[p] * sum[size_t(c)]) & 255) + middle);
         }
         ReportRow(r, h);
     }
@@ -220,17 +276,14 @@ bool FillNoisePreview(Raster* textureSource, Raster* raster, int32_t seed, Noise
     const int32_t w = raster->Columns(), h = raster->Rows();
     std::vector<double> xs(static_cast<size_t>(w));
     for (int32_t c = 0; c < w; ++c) xs[size_t(c)] = PreviewOriginX * stepX + c * stepX;
-    const std::unique_ptr<ColumnTerm[]> columns = ColumnTerms(*field, xs);
-    if (!columns) return false;
+    NoiseRows rows(*field, xs);
     uint8_t* base = raster->Pixels();
     const size_t rowBytes = size_t(raster->RowBytes());
     for (int32_t r = 0; r < h; ++r) {
-        AxisTerm ys[kOctaves];
-        RowTerms(PreviewOriginY * stepY + r * stepY, ys);
-        for (int32_t c = 0; c < w; ++c) {
-            const double sum = Fractal(*field, &columns[size_t(c) * kOctaves], ys);
-            base[r * rowBytes + size_t(c)] = uint8_t(TruncToInt(s.amplitude[0] * sum) + s.low[0] + s.amplitude[0]);
-        }
+        const std::vector<double>& sum = rows.Row(PreviewOriginY * stepY + r * stepY);
+        uint8_t* out = base + r * rowBytes;
+        for (int32_t c = 0; c < w; ++c)
+            out[c] = uint8_t(TruncToInt(s.amplitude[0] * sum[size_t(c)]) + s.low[0] + s.amplitude[0]);
         ReportRow(r, h);
     }
     return true;
