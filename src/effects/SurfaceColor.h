@@ -34,6 +34,9 @@ void SurfaceColor(const int32_t picture[3], int32_t alpha, float shade, float ou
 // The same with the settings read already.
 void SurfaceColor(const SurfaceColorSettings& settings, const int32_t picture[3], float shade, float out[3],
                   int32_t tone[3], int32_t type);
+// A row of `count` pixels at once: pictures, out and tones three values a pixel.
+void SurfaceColorRow(const SurfaceColorSettings& settings, const int32_t* pictures, const float* shades,
+                     int32_t count, int32_t type, float* out, int32_t* tones);
 
 // The tone pulled toward the picture by how dark the picture is (in place on tone).
 void TintMix(const int32_t picture[3], float tone[3]);

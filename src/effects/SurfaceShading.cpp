@@ -64,11 +64,10 @@ struct SurfacePass {
     float intensity = float(gParams->SurfaceIntensity) / 100.0f;
 };
 
-void ApplyPixel(const SurfacePass& pass, int32_t picture[3], int32_t alpha, float shade, size_t offset,
-                int32_t type) {
-    float colored[3];
-    int32_t tone[3];
-    SurfaceColor(pass.color, picture, std::clamp(shade, 0.0f, 1.0f), colored, tone, type);
+// The coloured value mixed in by the intensity, or what the pass code wants, stored in
+// SurfaceImage; picture takes the stored colour.
+void StorePixel(const SurfacePass& pass, int32_t picture[3], int32_t alpha, const float colored[3],
+                const int32_t tone[3], size_t offset) {
     const float m = pass.intensity;
     const int32_t toneTop = std::max({tone[0], tone[1], tone[2]});
     float out[3];
@@ -107,7 +106,11 @@ void ApplyPixel(const SurfacePass& pass, int32_t picture[3], int32_t alpha, floa
 } // namespace
 
 void ApplySurfacePixel(int32_t picture[3], int32_t alpha, float shade, size_t offset, int32_t type) {
-    ApplyPixel(SurfacePass(), picture, alpha, shade, offset, type);
+    const SurfacePass pass;
+    float colored[3];
+    int32_t tone[3];
+    SurfaceColor(pass.color, picture, std::clamp(shade, 0.0f, 1.0f), colored, tone, type);
+    StorePixel(pass, picture, alpha, colored, tone, offset);
 }
 
 void ShadeSurface() {
@@ -128,19 +131,21 @@ void ShadeSurface() {
 
     const ShadeLight light = SurfaceShadeLight();
     const SurfacePass pass;
-    std::vector<float> shade(static_cast<size_t>(w));
+    // One row at a time: the picture (as it lies on the relief), its alpha, the shade,
+    // then the colour of the whole row, then the mix and store.
+    std::vector<float> shade(static_cast<size_t>(w)), colored(size_t(w) * 3);
+    std::vector<int32_t> pictures(size_t(w) * 3), tones(size_t(w) * 3), alphas(static_cast<size_t>(w)), maskRows(static_cast<size_t>(w));
     const WashMaskFollow follow;
     SurfaceEntireNow = gParams->SurfaceEntire;
     const bool perspective = gParams->SurfacePerspectiveOn;
     for (int32_t y = h - 1; y >= 0; --y) {
         BuildShadeRow(light, y, view->Width(), view->Height(), stride, shade.data());
+        for (float& v : shade) v = std::clamp(v, 0.0f, 1.0f);
         const uint8_t* relief = ReliefMap + size_t(y) * stride;
         const uint8_t* sourceRow = SourceImage + size_t(y) * WorkRowBytes;
         const uint8_t* workRow = WorkImage + size_t(y) * WorkRowBytes;
         for (int32_t x = 0; x < w; ++x) {
-            int32_t pixel[3];
-            int32_t alpha;
-            int32_t maskRow = y;
+            int32_t* pixel = &pictures[size_t(x) * 3];
             if (perspective) {
                 // The picture lies on the relief: shifted up by its height, lifted by
                 // `shift` so the average stays in place, between two rows.
@@ -152,14 +157,19 @@ void ShadeSurface() {
                 const uint8_t* at = SourceImage + size_t(row) * WorkRowBytes + size_t(x) * 4;
                 const uint8_t* below = SourceImage + size_t(next) * WorkRowBytes + size_t(x) * 4;
                 for (int i = 0; i < 3; ++i) pixel[i] = int32_t(float(below[i]) * (1.0f - f) + float(at[i]) * f);
-                alpha = int32_t(float(below[3]) * (1.0f - f) + float(at[3]) * f);
-                maskRow = next;
+                alphas[size_t(x)] = int32_t(float(below[3]) * (1.0f - f) + float(at[3]) * f);
+                maskRows[size_t(x)] = next;
             } else {
                 for (int i = 0; i < 3; ++i) pixel[i] = sourceRow[size_t(x) * 4 + i];
-                alpha = workRow[size_t(x) * 4 + 3];
+                alphas[size_t(x)] = workRow[size_t(x) * 4 + 3];
+                maskRows[size_t(x)] = y;
             }
-            ApplyPixel(pass, pixel, alpha, shade[size_t(x)], size_t(y) * WorkRowBytes + size_t(x) * 4, type);
-            follow.Copy(maskRow, x, y);
+        }
+        SurfaceColorRow(pass.color, pictures.data(), shade.data(), w, type, colored.data(), tones.data());
+        for (int32_t x = 0; x < w; ++x) {
+            StorePixel(pass, &pictures[size_t(x) * 3], alphas[size_t(x)], &colored[size_t(x) * 3], &tones[size_t(x) * 3],
+                       size_t(y) * WorkRowBytes + size_t(x) * 4);
+            follow.Copy(maskRows[size_t(x)], x, y);
         }
         // The pass runs upward, and so does its progress.
         ReportProgress(float(ProgressPercent + ProgressSpan * y / h), 100);
