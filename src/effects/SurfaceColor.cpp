@@ -73,9 +73,7 @@ void Colorize(const int32_t picture[3], const int32_t tone[3], float shade, floa
     }
 }
 
-} // namespace
-
-void TintMix(const int32_t picture[3], float tone[3]) {
+inline void Tint(const int32_t picture[3], float tone[3]) {
     const float m = float(picture[0] + picture[1] + picture[2]) / 765.0f;
     float a[3];
     for (int i = 0; i < 3; ++i) {
@@ -84,6 +82,10 @@ void TintMix(const int32_t picture[3], float tone[3]) {
     }
     for (int i = 0; i < 3; ++i) tone[i] = std::min(std::max(a[i], tone[i]) * m + a[i] * (1.0f - m), 255.0f);
 }
+
+} // namespace
+
+void TintMix(const int32_t picture[3], float tone[3]) { Tint(picture, tone); }
 
 float BoostMix(float c, float o, float m) { return std::min((o * c * (1.0f - m)) / 255.0f + (o + c) * m, 255.0f); }
 
@@ -115,7 +117,7 @@ inline void ColorPixel(const SurfaceColorSettings& settings, const int32_t pictu
 
     switch (type) {
     case SurfaceColorize: Colorize(picture, tone, shade, settings.weight, out); break;
-    case SurfaceTint: TintMix(picture, out); break;
+    case SurfaceTint: Tint(picture, out); break;
     case SurfaceBoost: {
         const float m = float(picture[0] + picture[1] + picture[2]) / 765.0f;
         for (int i = 0; i < 3; ++i) out[i] = BoostMix(float(picture[i]), out[i], m);

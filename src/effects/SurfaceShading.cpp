@@ -29,29 +29,42 @@ void KeepTone(size_t offset, const int32_t tone[3], int32_t alpha) {
     to[3] = uint8_t(alpha);
 }
 
-// The washes' edge masks sampled at the mask row the picture came from.
-struct WashMaskFollow {
-    EffectLayer* layers[2] = {};
-    int32_t count = 0;
-
-    WashMaskFollow() {
+// The washes' edge masks sampled at the mask row the picture came from; where a work
+// row or column falls in the mask is worked out once for the pass.
+class WashMaskFollow {
+public:
+    WashMaskFollow(int32_t w, int32_t h) {
         const FilterParameters& p = *gParams;
         if (!p.UseWash && !WashToMaskRun) return;
         for (int32_t i = 0; i < (p.SecondWashExists ? 2 : 1); ++i) {
             EffectLayer& wash = WashLayers[i];
-            if (wash.EdgeMask && wash.EdgeMask->ImageOrigin() && wash.EdgeMaskWork) layers[count++] = &wash;
+            if (wash.EdgeMask && wash.EdgeMask->ImageOrigin() && wash.EdgeMaskWork) layers_[count_++] = &wash;
+        }
+        if (!count_) return;
+        rows_.resize(static_cast<size_t>(h));
+        columns_.resize(static_cast<size_t>(w));
+        for (int32_t y = 0; y < h; ++y) rows_[size_t(y)] = int32_t(double(float(double(y) + PreviewOriginY)) * PreviewScale);
+        for (int32_t x = 0; x < w; ++x)
+            columns_[size_t(x)] = int32_t(double(float(double(x) + PreviewOriginX)) * PreviewScale);
+    }
+
+    void CopyRow(int32_t y, const int32_t* maskRows, int32_t w) const {
+        for (int32_t i = 0; i < count_; ++i) {
+            Raster& mask = *layers_[i]->EdgeMask;
+            const uint8_t* origin = mask.ImageOrigin();
+            uint8_t* to = layers_[i]->EdgeMaskWork + size_t(y) * ImageWidth;
+            for (int32_t x = 0; x < w; ++x) {
+                const int32_t mr = rows_[size_t(maskRows[x])], mc = columns_[size_t(x)];
+                if (mr < 0 || mc < 0 || mr >= mask.Height() || mc >= mask.Width()) continue;
+                to[x] = origin[size_t(mr) * mask.RowBytes() + mc];
+            }
         }
     }
 
-    void Copy(int32_t maskRow, int32_t x, int32_t y) const {
-        const int32_t mr = int32_t(double(float(double(maskRow) + PreviewOriginY)) * PreviewScale);
-        const int32_t mc = int32_t(double(float(double(x) + PreviewOriginX)) * PreviewScale);
-        for (int32_t i = 0; i < count; ++i) {
-            Raster& mask = *layers[i]->EdgeMask;
-            if (mr < 0 || mc < 0 || mr >= mask.Height() || mc >= mask.Width()) continue;
-            layers[i]->EdgeMaskWork[size_t(y) * ImageWidth + x] = mask.ImageOrigin()[size_t(mr) * mask.RowBytes() + mc];
-        }
-    }
+private:
+    EffectLayer* layers_[2] = {};
+    int32_t count_ = 0;
+    std::vector<int32_t> rows_, columns_;
 };
 
 } // namespace
@@ -135,7 +148,7 @@ void ShadeSurface() {
     // then the colour of the whole row, then the mix and store.
     std::vector<float> shade(static_cast<size_t>(w)), colored(size_t(w) * 3);
     std::vector<int32_t> pictures(size_t(w) * 3), tones(size_t(w) * 3), alphas(static_cast<size_t>(w)), maskRows(static_cast<size_t>(w));
-    const WashMaskFollow follow;
+    const WashMaskFollow follow(w, h);
     SurfaceEntireNow = gParams->SurfaceEntire;
     const bool perspective = gParams->SurfacePerspectiveOn;
     for (int32_t y = h - 1; y >= 0; --y) {
@@ -166,11 +179,23 @@ void ShadeSurface() {
             }
         }
         SurfaceColorRow(pass.color, pictures.data(), shade.data(), w, type, colored.data(), tones.data());
-        for (int32_t x = 0; x < w; ++x) {
-            StorePixel(pass, &pictures[size_t(x) * 3], alphas[size_t(x)], &colored[size_t(x) * 3], &tones[size_t(x) * 3],
-                       size_t(y) * WorkRowBytes + size_t(x) * 4);
-            follow.Copy(maskRows[size_t(x)], x, y);
+        uint8_t* out = SurfaceImage + size_t(y) * WorkRowBytes;
+        if (SurfacePassCode == 0 && !SurfaceEntireNow) {
+            // The usual pass: the coloured value mixed in by the intensity.
+            const float m = pass.intensity;
+            for (int32_t x = 0; x < w; ++x, out += 4) {
+                for (int i = 0; i < 3; ++i) {
+                    const size_t k = size_t(x) * 3 + size_t(i);
+                    out[i] = ClampByte(float(pictures[k]) * (1.0f - m) + colored[k] * m);
+                }
+                out[3] = uint8_t(alphas[size_t(x)]);
+            }
+        } else {
+            for (int32_t x = 0; x < w; ++x)
+                StorePixel(pass, &pictures[size_t(x) * 3], alphas[size_t(x)], &colored[size_t(x) * 3],
+                           &tones[size_t(x) * 3], size_t(y) * WorkRowBytes + size_t(x) * 4);
         }
+        follow.CopyRow(y, maskRows.data(), w);
         // The pass runs upward, and so does its progress.
         ReportProgress(float(ProgressPercent + ProgressSpan * y / h), 100);
     }
