@@ -51,6 +51,7 @@ test: test-native test-asan test-win64
 demo: win64 photos
 	@bash tools/stage-dist.sh $(WIN64)/bin $(NATIVE)/data/Quenzit dist/Quenzit-win64
 	@echo "Staged dist/Quenzit-win64/"
+	@bash tools/demo-renders.sh $(NATIVE)/bin $(NATIVE)/data/Quenzit build/photos out/demo
 
 clean:
 	rm -rf build dist out

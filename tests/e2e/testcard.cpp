@@ -1,5 +1,5 @@
 // qz-testcard OUT.pam WIDTH HEIGHT TUPLETYPE [PHOTO.png]: a deterministic picture for
-// end-to-end runs. Without a photograph (or when it cannot be read): smooth ramps, hard
+// end-to-end runs (OUT.png writes RGB or RGB_ALPHA as a PNG, for the command line). Without a photograph (or when it cannot be read): smooth ramps, hard
 // edges and a soft alpha ramp, so any shuffle or rounding shows. With one: the photograph,
 // cropped or tiled to the size, and for the alpha types a soft oval of opacity with fully
 // transparent corners.
@@ -78,7 +78,20 @@ int main(int argc, char** argv) {
         if (argc == 6) std::fprintf(stderr, "qz-testcard: no photograph (%s); a test card instead\n", error.c_str());
         FillTestCard(image, alpha);
     }
-    if (!hostsim::WritePam(argv[1], image, error)) {
+    const std::string out = argv[1];
+    if (out.size() > 4 && out.compare(out.size() - 4, 4, ".png") == 0) {
+        if (image.depth != 3 && image.depth != 4) {
+            std::fprintf(stderr, "qz-testcard: a PNG takes RGB or RGB_ALPHA\n");
+            return 1;
+        }
+        const Image png{uint32_t(image.width), uint32_t(image.height), uint32_t(image.depth), image.data};
+        if (!WritePng(out, png, error)) {
+            std::fprintf(stderr, "qz-testcard: %s\n", error.c_str());
+            return 2;
+        }
+        return 0;
+    }
+    if (!hostsim::WritePam(out, image, error)) {
         std::fprintf(stderr, "qz-testcard: %s\n", error.c_str());
         return 2;
     }

@@ -31,6 +31,10 @@ bool ReadPng(FILE* f, Image& out, std::string& error, ImageReadOptions options) 
         return false;
     }
     png_init_io(png, f);
+    // Colour profiles are not used here; a known-bad sRGB profile is no reason to warn.
+#if defined(PNG_SKIP_sRGB_CHECK_PROFILE) && defined(PNG_SET_OPTION_SUPPORTED)
+    png_set_option(png, PNG_SKIP_sRGB_CHECK_PROFILE, PNG_OPTION_ON);
+#endif
     png_read_info(png, info);
     const png_byte type = png_get_color_type(png, info);
     if (png_get_bit_depth(png, info) == 16) {

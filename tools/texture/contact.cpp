@@ -1,7 +1,8 @@
-// qz-contact OUTPUT.png DIR [--detail]: one PNG sheet of thumbnails of every .qzt in
-// DIR, each with its name, size and planes written under it, to judge the library at a
-// glance. With --detail each cell shows the middle of the texture at full size instead,
-// to judge fine detail.
+// qz-contact OUTPUT.png DIR [--detail | --pictures]: one PNG sheet of thumbnails of every
+// .qzt in DIR, each with its name, size and planes written under it, to judge the library
+// at a glance. With --detail each cell shows the middle of the texture at full size
+// instead, to judge fine detail. With --pictures the cells are the PNG pictures in DIR
+// (rendered looks, say), each under its name.
 #include "ImageIo.h"
 #include "TextureWriter.h"
 
@@ -138,26 +139,42 @@ void DrawThumb(Image& img, uint32_t ox, uint32_t oy, const TextureHeader& h,
     }
 }
 
+// A picture as the planar texture DrawThumb takes.
+bool ReadPicture(const std::filesystem::path& path, TextureHeader& header, std::vector<uint8_t>& planar,
+                 std::string& error) {
+    Image image;
+    if (!ReadImage(path.string(), image, error)) return false;
+    header.width = image.width;
+    header.height = image.height;
+    header.planes = image.channels == 1 ? 1 : 3;
+    const size_t plane = size_t(image.width) * image.height;
+    planar.assign(plane * header.planes, 0);
+    for (size_t i = 0; i < plane; ++i)
+        for (uint32_t p = 0; p < header.planes; ++p) planar[plane * p + i] = image.pixels[i * image.channels + p];
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool detail = argc == 4 && std::string(argv[3]) == "--detail";
-    if (argc != 3 && !detail) {
-        std::fprintf(stderr, "usage: qz-contact OUTPUT.png DIR [--detail]\n");
+    const std::string option = argc == 4 ? argv[3] : "";
+    const bool detail = option == "--detail", pictures = option == "--pictures";
+    if (argc != 3 && !detail && !pictures) {
+        std::fprintf(stderr, "usage: qz-contact OUTPUT.png DIR [--detail | --pictures]\n");
         return 1;
     }
     const std::string output = argv[1];
+    const char* extension = pictures ? ".png" : ".qzt";
     std::vector<std::filesystem::path> files;
     std::error_code ec;
     for (const auto& entry : std::filesystem::directory_iterator(argv[2], ec))
-        if (entry.is_regular_file() && entry.path().extension() == ".qzt")
-            files.push_back(entry.path());
+        if (entry.is_regular_file() && entry.path().extension() == extension) files.push_back(entry.path());
     if (ec) {
         std::fprintf(stderr, "qz-contact: cannot list %s: %s\n", argv[2], ec.message().c_str());
         return 2;
     }
     if (files.empty()) {
-        std::fprintf(stderr, "qz-contact: no .qzt files in %s\n", argv[2]);
+        std::fprintf(stderr, "qz-contact: no %s files in %s\n", extension, argv[2]);
         return 2;
     }
     std::sort(files.begin(), files.end());
@@ -173,18 +190,21 @@ int main(int argc, char** argv) {
     for (size_t i = 0; i < files.size(); ++i) {
         const uint32_t ox = kGap + uint32_t(i % kColumns) * kCellW;
         const uint32_t oy = kGap + uint32_t(i / kColumns) * kCellH;
-        const std::string name = files[i].filename().string();
+        const std::string name = (pictures ? files[i].stem() : files[i].filename()).string();
         TextureHeader header;
         std::vector<uint8_t> planar;
         std::string error;
         DrawText(sheet, ox, oy + kThumbH + 3, name, 235);
-        if (!ReadTextureFile(files[i].string(), header, planar, error)) {
+        const bool read = pictures ? ReadPicture(files[i], header, planar, error)
+                                   : ReadTextureFile(files[i].string(), header, planar, error);
+        if (!read) {
             std::fprintf(stderr, "qz-contact: %s\n", error.c_str());
             DrawText(sheet, ox, oy + kThumbH + 3 + kTextLine, "UNREADABLE", 255);
             ++failures;
             continue;
         }
         DrawThumb(sheet, ox, oy, header, planar, detail);
+        if (pictures) continue;
         const std::string facts = std::to_string(header.width) + "X" +
                                   std::to_string(header.height) +
                                   (header.planes == 1 ? " GREY" : " COLOUR") + " SET " +
@@ -196,6 +216,6 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "qz-contact: %s\n", error.c_str());
         return 2;
     }
-    std::printf("qz-contact: %zu textures on %s\n", files.size(), output.c_str());
+    std::printf("qz-contact: %zu %s on %s\n", files.size(), pictures ? "pictures" : "textures", output.c_str());
     return failures ? 2 : 0;
 }
