@@ -1,4 +1,4 @@
-// The surface's buffers, its relief and its shade map.
+// The surface's buffers, its relief and its shade.
 #include "effects/EffectLayer.h"
 #include "effects/Surface.h"
 #include "effects/SurfaceInternal.h"
@@ -6,8 +6,8 @@
 #include "host/Acquisition.h"
 #include "host/DialogState.h"
 #include "host/Parameters.h"
-#include "host/ViewState.h"
 #include "host/RenderDriver.h"
+#include "host/ViewState.h"
 #include "raster/Raster.h"
 
 #include <algorithm>
@@ -25,11 +25,6 @@ bool ShowingSecondSurface() {
 }
 
 const EffectLayer& ShownSurface() { return ShowingSecondSurface() ? SurfaceLayers[1] : SurfaceLayers[0]; }
-
-int32_t SurfaceDepthForLight() {
-    const FilterParameters& p = *gParams;
-    return p.SecondSurfaceExists ? std::max(p.SurfaceDepth1, p.SurfaceDepth2) : p.SurfaceDepth1;
-}
 
 // The relief is sized when it is built, for the View it is built from: a View can change
 // its size between two calls of AllocateReliefBuffers.
@@ -50,6 +45,11 @@ bool SurfaceImageReady() {
 }
 
 namespace {
+
+int32_t SurfaceDepthForLight() {
+    const FilterParameters& p = *gParams;
+    return p.SecondSurfaceExists ? std::max(p.SurfaceDepth1, p.SurfaceDepth2) : p.SurfaceDepth1;
+}
 
 struct ReliefSource {
     const uint8_t* samples = nullptr;
@@ -76,13 +76,8 @@ void ScaleInto(const ReliefSource& s, float depth) {
 void AllocateReliefBuffers() {
     ReliefBlock.Free();
     ReliefMap = nullptr;
-    if (DialogOpen) {
-        SurfaceBlock.Replace(size_t(ImageHeight) * size_t(WorkRowBytes));
-        SurfaceImage = static_cast<uint8_t*>(SurfaceBlock.Data);
-    } else {
-        SurfaceBlock.Free();
-        SurfaceImage = WorkImage;
-    }
+    SurfaceBlock.Free();
+    SurfaceImageReady();
     SurfaceShadeDirty = 1;
 }
 
@@ -125,6 +120,7 @@ void BuildSurfaceRelief(bool first, bool second) {
 }
 
 float SlopeGain(double divisor) {
+    // Reading kept: the gain is worked out in double and kept in f32, as the shade is.
     return float(std::sqrt(double(SurfaceDepthForLight()) / 100.0) * 150.0 / PreviewScale / divisor);
 }
 
