@@ -32,6 +32,7 @@ protected:
     // A surface texture with a border, so relief strides differ from the width.
     Raster* View(int surface, uint8_t (*sample)(int32_t x, int32_t y)) {
         EffectLayer& layer = SurfaceLayers[surface];
+        FreeRaster(layer.Source); // the View too: at full size they are one
         layer.Source = layer.View = Plane(ImageWidth, ImageHeight, 2, 0);
         for (int32_t y = 0; y < ImageHeight; ++y)
             for (int32_t x = 0; x < ImageWidth; ++x) At(*layer.View, y, x) = sample(x, y);
@@ -97,14 +98,14 @@ TEST_F(SurfaceTest, ShadeMapFollowsTheLightAndExtrapolatesAtTheEdges) {
 
     // A slope along x at depth 100: every column has the same shade, the last one too.
     params_.SurfaceDepth1 = 100;
-    View(0, Slope);
+    view = View(0, Slope);
     BuildSurfaceRelief(true, false);
     const double g = 150.0 / 5000.0;
     for (int32_t y = 0; y < ImageHeight; ++y)
         for (int32_t x = 0; x < ImageWidth; ++x) EXPECT_NEAR(Shade(*view, x, y), 20.0 * lx * g + lz, 1e-5) << x << "," << y;
 
     // Any relief against the plain formula, inner points and the last row and column.
-    View(0, Steps);
+    view = View(0, Steps);
     BuildSurfaceRelief(true, false);
     for (auto [x, y] : {std::pair{1, 1}, {3, 2}, {5, 2}, {2, 4}, {5, 4}}) {
         const int h = Steps(x, y);
