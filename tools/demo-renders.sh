@@ -46,13 +46,17 @@ render background-enhanced "$third-transparent" "${off[@]}" -s BkFN=Rusted.qzt -
 # A surface taking in the wash area on the transparent picture.
 render wash-area "$third-transparent" -s SfEn=true -s SInW=true -s WTp1=0 -s Cov1=-20
 
-# Every shipped look.
+# Every shipped look: the whole looks, and the wash, surface and background presets over
+# the default look; backgrounds behind the transparent picture, where they show.
 count=0
-for preset in "$data"/Presets/Basic/*.qztpst; do
-  [ -e "$preset" ] || continue
-  look=$(basename "$preset" .qztpst)
-  render "looks/$look" "$second" -p "$preset"
-  count=$((count + 1))
+for kind in Basic Wash Surface Background; do
+  input=$second
+  [ $kind = Background ] && input=$third-transparent
+  for preset in "$data/Presets/$kind"/*.qztpst; do
+    [ -e "$preset" ] || continue
+    render "looks/$kind-$(basename "$preset" .qztpst)" "$input" -p "$preset"
+    count=$((count + 1))
+  done
 done
 [ $count -gt 0 ] && "$bin/qz-contact" "$out/looks-contact.png" "$out/looks" --pictures >/dev/null
 echo "demo: $(find "$out" -maxdepth 1 -name '*.png' | wc -l) pictures and $count looks in $out"
