@@ -54,23 +54,34 @@ std::vector<uint8> ConvertColours(const std::vector<uint8>& in, int inPlanes, in
 } // namespace
 
 Document DocumentOf(const Picture& picture, bool flat) {
-    // The plug-in takes RGB documents only: grey pictures run as RGB, as a user would
-    // switch the mode first.
     const int in = picture.channels;
-    const bool alpha = (in == 2 || in == 4) && !flat;
-    const int planes = alpha ? 4 : 3;
+    const int colours = picture.cmyk ? 4 : 3;
+    const bool alpha = (picture.cmyk ? in == 5 : in == 2 || in == 4) && !flat;
+    const int planes = colours + (alpha ? 1 : 0);
+    // Grey pictures run as RGB, as a user would switch the mode first.
+    const bool grey = !picture.cmyk && in <= 2;
     std::vector<uint8> samples(size_t(picture.width) * picture.height * size_t(planes));
     for (size_t i = 0, o = 0; i < picture.samples.size(); i += size_t(in), o += size_t(planes)) {
-        for (int c = 0; c < 3; ++c) samples[o + size_t(c)] = picture.samples[i + size_t(in <= 2 ? 0 : c)];
-        if (alpha) samples[o + 3] = picture.samples[i + size_t(in - 1)];
+        for (int c = 0; c < colours; ++c) samples[o + size_t(c)] = picture.samples[i + size_t(grey ? 0 : c)];
+        if (alpha) samples[o + size_t(colours)] = picture.samples[i + size_t(in - 1)];
     }
-    return MakeDocument(int32(picture.width), int32(picture.height), plugInModeRGBColor, 8, samples, planes);
+    return MakeDocument(int32(picture.width), int32(picture.height),
+                        picture.cmyk ? plugInModeCMYKColor : plugInModeRGBColor, 8, samples, planes);
+}
+
+Picture RgbOf(const Picture& picture) {
+    if (!picture.cmyk) return picture;
+    Picture rgb = picture;
+    rgb.cmyk = false;
+    rgb.channels = picture.channels - 1;
+    rgb.samples = ConvertColours(picture.samples, picture.channels, rgb.channels, false);
+    return rgb;
 }
 
 RenderResult RenderPicture(const Picture& input, const RenderOptions& options, const Descriptor& played) {
     RenderResult result;
     Document doc = DocumentOf(input, options.flat);
-    if (options.cmyk) {
+    if (options.cmyk && !input.cmyk) {
         const int planes = doc.Target().transparency.empty() ? 3 : 4;
         doc = MakeDocument(doc.width, doc.height, plugInModeCMYKColor, 8,
                            ConvertColours(doc.TargetInterleaved(true), planes, planes + 1, true), planes + 1);
@@ -105,6 +116,7 @@ RenderResult RenderPicture(const Picture& input, const RenderOptions& options, c
     // Every picture starts from a fresh host session.
     hostOptions.registry = std::make_shared<Registry>();
     Host host(std::move(doc), hostOptions, &PluginMain);
+    if (options.progress) host.SetProgressObserver(options.progress);
     if (!host.DocumentError().empty()) {
         result.status = RenderStatus::BadInput;
         result.message = host.DocumentError();
@@ -112,10 +124,6 @@ RenderResult RenderPicture(const Picture& input, const RenderOptions& options, c
     }
     const int16 err = host.PlayAction(played, plugInDialogDontDisplay);
     for (const std::string& m : host.TakeMisuse()) std::fprintf(stderr, "quenzit: host noticed: %s\n", m.c_str());
-    if (!host.Progress().empty()) {
-        result.lastDone = host.Progress().back().done;
-        result.lastTotal = host.Progress().back().total;
-    }
     if (err != noErr) {
         result.status = RenderStatus::Failed;
         result.message = "the plug-in returned " + std::to_string(err) + " (" + ErrorName(err) + ")";
@@ -127,10 +135,6 @@ RenderResult RenderPicture(const Picture& input, const RenderOptions& options, c
     result.picture.height = uint32_t(out.height);
     result.picture.samples = out.TargetInterleaved(true);
     result.picture.channels = out.ColourPlanes() + (out.Target().transparency.empty() ? 0 : 1);
-    if (out.imageMode == plugInModeCMYKColor) {
-        const int planes = result.picture.channels - 1;
-        result.picture.samples = ConvertColours(result.picture.samples, planes + 1, planes, false);
-        result.picture.channels = planes;
-    }
+    result.picture.cmyk = out.imageMode == plugInModeCMYKColor;
     return result;
 }

@@ -6,12 +6,14 @@
 #include "hostsim/Descriptor.h"
 #include "hostsim/Document.h"
 
+#include <functional>
 #include <string>
 
 struct RenderOptions {
     bool flat = false;      // drop the picture's alpha
-    bool cmyk = false;      // run a CMYK document; the result comes back as RGB
+    bool cmyk = false;      // run an RGB picture as a CMYK document
     std::string selection;  // mask file, or empty
+    std::function<void(int done, int total)> progress; // the plug-in's reports as they come
 };
 
 enum class RenderStatus { Done, BadInput, Failed };
@@ -19,12 +21,14 @@ enum class RenderStatus { Done, BadInput, Failed };
 struct RenderResult {
     RenderStatus status = RenderStatus::Done;
     std::string message;  // why it did not work
-    Picture picture;      // the result when done
-    int lastDone = 0, lastTotal = 0; // the plug-in's last progress report
+    Picture picture;      // the result when done: CMYK when the document was
 };
 
-// The RGB document a picture makes, its alpha the layer's transparency unless flat.
+// The document a picture makes (RGB, or CMYK for a CMYK picture), its alpha the layer's
+// transparency unless flat.
 hostsim::Document DocumentOf(const Picture& picture, bool flat);
+// A CMYK picture in RGB, through the host's colour services; others as they are.
+Picture RgbOf(const Picture& picture);
 
 // The plug-in must already know its data folder (SetModuleFilePathOverride).
 RenderResult RenderPicture(const Picture& input, const RenderOptions& options, const hostsim::Descriptor& played);

@@ -51,11 +51,13 @@ const char kRenderHelp[] =
     "Usage: quenzit render [options] INPUT...\n"
     "\n"
     "Runs the filter over each picture as a host plays an action step with its dialog off.\n"
-    "Inputs: PNG (8-bit grey, grey with alpha, RGB, RGBA) and JPEG; grey pictures run as RGB.\n"
-    "Output: PNG, RGB or RGBA.\n"
+    "Inputs: PNG (8-bit grey, grey with alpha, RGB, RGBA), JPEG, and TIFF (8-bit grey, RGB or\n"
+    "CMYK, with or without alpha); grey pictures run as RGB, CMYK ones as CMYK documents.\n"
+    "Output by the name's extension: .png, .tif (keeps CMYK) or .jpg (pictures without alpha).\n"
     "\n"
     "  -o, --output PATH      output file for one input, or a folder for several (created if\n"
-    "                         missing). Default: INPUT's name with -quenzit.png, beside it.\n"
+    "                         missing). Default: INPUT's name with -quenzit.png (.tif for a\n"
+    "                         TIFF), beside it; in a folder, the input's name so.\n"
     "  -p, --preset FILE      apply a preset file (.qztpst); may repeat, applied in order over\n"
     "                         the defaults\n"
     "  -s, --set KEY=VALUE    set one parameter by its four-character key (WTp1=2,\n"
@@ -63,9 +65,10 @@ const char kRenderHelp[] =
     "                         Values outside a field's range are taken with a warning.\n"
     "      --data DIR         the data folder (textures, presets), named Quenzit. Default:\n"
     "                         $QUENZIT_DATA, else ../data/Quenzit from this program's folder\n"
-    "      --selection MASK   8-bit grey PNG of the picture's size: the selection (255 = in)\n"
-    "      --cmyk             run the document in CMYK mode (converted by the host's colour\n"
-    "                         services); the result is converted back to RGB for the PNG\n"
+    "      --selection MASK   8-bit grey picture of the input's size: the selection (255 = in)\n"
+    "      --cmyk             run an RGB picture as a CMYK document (converted by the host's\n"
+    "                         colour services); the result stays CMYK in a TIFF, and comes\n"
+    "                         back to RGB for PNG and JPEG\n"
     "      --flat             ignore the picture's alpha and run a flat document\n"
     "      --random[=SEED]    the Auto look (random effects) instead of the defaults; without a\n"
     "                         SEED the clock chooses one, and it is printed\n"
@@ -105,18 +108,34 @@ fs::path DefaultData() {
     return self.parent_path().parent_path() / "data" / "Quenzit";
 }
 
-bool HasPngExtension(const fs::path& p) {
-    std::string ext = p.extension().string();
-    std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return char(std::tolower(c)); });
-    return ext == ".png";
-}
+// The bar of one picture, redrawn in place as the plug-in reports.
+class ProgressBar {
+public:
+    explicit ProgressBar(std::string name) : name_(std::move(name)) { Draw(0, 1); }
+    ~ProgressBar() { std::fputc('\n', stderr); }
+    void Report(int done, int total) {
+        // The run's last report (total 0) only tells the bar to empty: it stays full.
+        if (total <= 0) return;
+        Draw(done, total);
+    }
 
-// One line per picture: the plug-in's progress is only known after its run.
-void ShowProgress(const std::string& name, int done, int total) {
-    constexpr int kWidth = 30;
-    const int filled = total > 0 ? int(int64_t(std::clamp(done, 0, total)) * kWidth / total) : kWidth;
-    std::fprintf(stderr, "\r[%s%s] %s\n", std::string(size_t(filled), '#').c_str(),
-                 std::string(size_t(kWidth - filled), ' ').c_str(), name.c_str());
+private:
+    void Draw(int done, int total) {
+        constexpr int kWidth = 30;
+        const int filled = int(int64_t(std::clamp(done, 0, total)) * kWidth / total);
+        if (filled == filled_) return;
+        filled_ = filled;
+        std::fprintf(stderr, "\r[%s%s] %s", std::string(size_t(filled), '#').c_str(),
+                     std::string(size_t(kWidth - filled), ' ').c_str(), name_.c_str());
+        std::fflush(stderr);
+    }
+    std::string name_;
+    int filled_ = -1;
+};
+
+// Where a picture's result goes by default: TIFF stays TIFF (it may be CMYK), the rest PNG.
+const char* OutputExtensionFor(const std::string& input) {
+    return ExtensionOf(FormatOf(input) == PictureFormat::Tiff ? PictureFormat::Tiff : PictureFormat::Png);
 }
 
 int Render(int argc, char** argv) {
@@ -201,18 +220,20 @@ int Render(int argc, char** argv) {
             return Usage(output + " is a file; several inputs need an output folder", "render");
         std::set<fs::path> seen;
         for (const std::string& in : inputs) {
-            const fs::path out = fs::path(output) / fs::path(in).filename().replace_extension(".png");
+            const fs::path out = fs::path(output) / fs::path(in).filename().replace_extension(OutputExtensionFor(in));
             if (!seen.insert(out).second)
                 return Usage("two inputs would both be written to " + out.string(), "render");
             outputs.push_back(out);
         }
     } else if (!output.empty()) {
-        if (!HasPngExtension(output)) return Usage(output + ": only PNG output (.png) is available so far", "render");
+        if (FormatOf(output) == PictureFormat::Unknown)
+            return Usage(output + ": the output is written as PNG, TIFF or JPEG: end its name in .png, .tif or .jpg",
+                         "render");
         outputs.push_back(output);
     } else {
         for (const std::string& in : inputs) {
             fs::path out = in;
-            out.replace_filename(out.stem().string() + "-quenzit.png");
+            out.replace_filename(out.stem().string() + "-quenzit" + OutputExtensionFor(in));
             outputs.push_back(out);
         }
     }
@@ -268,9 +289,15 @@ int Render(int argc, char** argv) {
             exitCode = std::max(exitCode, kExitInput);
             continue;
         }
-        if (bar) std::fprintf(stderr, "[%s] %s", std::string(30, ' ').c_str(), in.c_str());
-        const RenderResult r = RenderPicture(picture, options, played);
-        if (bar) ShowProgress(in, r.lastDone, r.lastTotal);
+        RenderResult r;
+        {
+            std::optional<ProgressBar> progress;
+            if (bar) progress.emplace(in);
+            options.progress = [&progress](int done, int total) {
+                if (progress) progress->Report(done, total);
+            };
+            r = RenderPicture(picture, options, played);
+        }
         if (r.status != RenderStatus::Done) {
             std::fprintf(stderr, "quenzit: %s: %s\n", in.c_str(), r.message.c_str());
             exitCode = std::max(exitCode, r.status == RenderStatus::BadInput ? kExitInput : kExitRender);
@@ -279,7 +306,9 @@ int Render(int argc, char** argv) {
         // Written aside and renamed, so a failed write leaves no partial picture.
         const fs::path out = outputs[n];
         const fs::path part = out.string() + ".part";
-        if (!WritePicture(part.string(), r.picture, error)) {
+        const PictureFormat format = FormatOf(out.string());
+        const Picture written = r.picture.cmyk && format != PictureFormat::Tiff ? RgbOf(r.picture) : r.picture;
+        if (!WritePicture(part.string(), format, written, error)) {
             fs::remove(part, ec);
             std::fprintf(stderr, "quenzit: %s: %s\n", out.string().c_str(), error.c_str());
             exitCode = std::max(exitCode, kExitInput);

@@ -10,10 +10,6 @@
 #include <png.h>
 #include <sys/wait.h>
 
-#include <cstddef>
-// jpeglib.h needs FILE and size_t first.
-#include <jpeglib.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -74,7 +70,7 @@ protected:
 
     std::string Write(const std::string& name, const Picture& p) const {
         std::string error;
-        EXPECT_TRUE(WritePicture(At(name), p, error)) << error;
+        EXPECT_TRUE(WritePicture(At(name), FormatOf(name), p, error)) << error;
         return At(name);
     }
 
@@ -106,28 +102,6 @@ std::vector<uint8_t> HostRender(const Picture& p, const std::vector<uint8_t>& se
     return HostRender(p.samples, p.width, p.height, plugInModeRGBColor, p.channels, selection);
 }
 
-void WriteJpeg(const std::string& path, const Picture& p) {
-    jpeg_compress_struct cinfo;
-    jpeg_error_mgr err;
-    cinfo.err = jpeg_std_error(&err);
-    jpeg_create_compress(&cinfo);
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    jpeg_stdio_dest(&cinfo, f);
-    cinfo.image_width = p.width;
-    cinfo.image_height = p.height;
-    cinfo.input_components = 3;
-    cinfo.in_color_space = JCS_RGB;
-    jpeg_set_defaults(&cinfo);
-    jpeg_start_compress(&cinfo, TRUE);
-    while (cinfo.next_scanline < cinfo.image_height) {
-        JSAMPROW row = const_cast<uint8_t*>(p.samples.data()) + size_t(cinfo.next_scanline) * p.width * 3;
-        jpeg_write_scanlines(&cinfo, &row, 1);
-    }
-    jpeg_finish_compress(&cinfo);
-    jpeg_destroy_compress(&cinfo);
-    std::fclose(f);
-}
-
 TEST_F(Quenzit, DefaultsRenderAsTheHostDoes) {
     const Picture rgb = Card(90, 60, 3);
     Outcome r = Quiet("render --quiet '" + Write("rgb.png", rgb) + "' -o '" + At("rgb-out.png") + "'");
@@ -149,7 +123,7 @@ TEST_F(Quenzit, DefaultsRenderAsTheHostDoes) {
     EXPECT_NE(out.samples, HostRender(rgba, {}));
 
     // A JPEG renders as its decoded pixels do.
-    WriteJpeg(At("photo.jpg"), rgb);
+    Write("photo.jpg", rgb);
     r = Quiet("render --quiet '" + At("photo.jpg") + "' -o '" + At("photo.png") + "'");
     ASSERT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(Read("photo.png").samples, HostRender(Read("photo.jpg"), {}));
@@ -173,6 +147,55 @@ TEST_F(Quenzit, DefaultsRenderAsTheHostDoes) {
     r = Quiet("render --quiet --flat '" + At("rgba.png") + "' -o '" + At("flat.png") + "'");
     ASSERT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(Read("flat.png").channels, 3);
+}
+
+TEST_F(Quenzit, TiffKeepsCmykAndJpegTakesFlatPictures) {
+    // Files round trip as they are: RGBA and CMYK with alpha.
+    const Picture rgba = Card(50, 40, 4);
+    EXPECT_EQ(Read(fs::path(Write("rgba.tif", rgba)).filename().string()).samples, rgba.samples);
+    Picture inks = Card(50, 40, 5);
+    inks.cmyk = true;
+    const Picture back = Read(fs::path(Write("inks.tif", inks)).filename().string());
+    EXPECT_TRUE(back.cmyk);
+    EXPECT_EQ(back.channels, 5);
+    EXPECT_EQ(back.samples, inks.samples);
+
+    // A CMYK TIFF runs as a CMYK document and comes out CMYK; into a PNG it turns RGB.
+    Picture cmyk = Card(50, 40, 4);
+    cmyk.cmyk = true;
+    Write("cmyk.tif", cmyk);
+    Outcome r = Quiet("render --quiet '" + At("cmyk.tif") + "' -o '" + At("cmyk-out.tif") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    const Picture out = Read("cmyk-out.tif");
+    EXPECT_TRUE(out.cmyk);
+    EXPECT_EQ(out.samples, HostRender(cmyk.samples, cmyk.width, cmyk.height, plugInModeCMYKColor, 4, {}));
+    r = Quiet("render --quiet '" + At("cmyk.tif") + "' -o '" + At("cmyk-out.png") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(Read("cmyk-out.png").channels, 3);
+    // Without -o a TIFF's result is a TIFF beside it.
+    r = Quiet("render --quiet '" + At("cmyk.tif") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_TRUE(Read("cmyk-quenzit.tif").cmyk);
+
+    // JPEG out for a flat picture; a picture with alpha is refused and leaves nothing.
+    r = Quiet("render --quiet --flat '" + At("rgba.tif") + "' -o '" + At("flat.jpg") + "'");
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(Read("flat.jpg").channels, 3);
+    r = Quiet("render --quiet '" + At("rgba.tif") + "' -o '" + At("alpha.jpg") + "'");
+    EXPECT_EQ(r.code, 2);
+    EXPECT_NE(r.err.find("JPEG keeps no transparency"), std::string::npos) << r.err;
+    EXPECT_FALSE(fs::exists(At("alpha.jpg")));
+    EXPECT_FALSE(fs::exists(At("alpha.jpg.part")));
+
+    // A cut TIFF and an output name of no known kind.
+    const std::string whole = Slurp(At("cmyk.tif"));
+    std::ofstream(At("cut.tif"), std::ios::binary) << whole.substr(0, whole.size() / 2);
+    r = Quiet("render --quiet '" + At("cut.tif") + "' -o '" + At("cut-out.tif") + "'");
+    EXPECT_EQ(r.code, 2) << r.err;
+    EXPECT_FALSE(fs::exists(At("cut-out.tif")));
+    r = Quiet("render --quiet '" + At("cmyk.tif") + "' -o '" + At("out.bmp") + "'");
+    EXPECT_EQ(r.code, 1);
+    EXPECT_NE(r.err.find(".png, .tif or .jpg"), std::string::npos) << r.err;
 }
 
 TEST_F(Quenzit, PresetsApplyInOrderAndSettingsLast) {
@@ -232,7 +255,7 @@ TEST_F(Quenzit, BadInputsAreReportedAndWriteNothing) {
     };
     const Case cases[] = {
         {"'" + At("missing.png") + "'", 2, At("missing.png") + ": No such file"},
-        {"'" + At("text.png") + "'", 2, At("text.png") + ": not a PNG or JPEG"},
+        {"'" + At("text.png") + "'", 2, At("text.png") + ": not a PNG, JPEG or TIFF"},
         {"'" + At("truncated.png") + "'", 2, At("truncated.png") + ": not a readable PNG"},
         {"'" + At("deep.png") + "'", 2, "16-bit"},
         {"'" + good + "' -s Zzz9=1", 1, "unknown key \"Zzz9\""},

@@ -84,7 +84,7 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "qz-testcard: a PNG takes RGB or RGB_ALPHA\n");
             return 1;
         }
-        const Image png{uint32_t(image.width), uint32_t(image.height), uint32_t(image.depth), image.data};
+        const Image png{uint32_t(image.width), uint32_t(image.height), uint32_t(image.depth), false, image.data};
         if (!WritePng(out, png, error)) {
             std::fprintf(stderr, "qz-testcard: %s\n", error.c_str());
             return 2;

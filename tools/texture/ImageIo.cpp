@@ -122,13 +122,19 @@ bool ReadImage(const std::string& path, Image& out, std::string& error, ImageRea
     unsigned char magic[8] = {};
     const size_t got = std::fread(magic, 1, sizeof magic, f.get());
     std::rewind(f.get());
+    const bool tiff = got >= 4 && ((magic[0] == 'I' && magic[1] == 'I' && magic[2] == 42 && magic[3] == 0) ||
+                                   (magic[0] == 'M' && magic[1] == 'M' && magic[2] == 0 && magic[3] == 42));
+    if (tiff) {
+        f.reset();
+        return ReadTiff(path, out, error, options);
+    }
     bool ok = false;
     if (got == 8 && png_sig_cmp(magic, 0, 8) == 0) {
         ok = ReadPng(f.get(), out, error, options);
     } else if (got >= 3 && magic[0] == 0xFF && magic[1] == 0xD8 && magic[2] == 0xFF) {
         ok = ReadJpeg(f.get(), out, error);
     } else {
-        error = "not a PNG or JPEG file";
+        error = "not a PNG, JPEG or TIFF file";
     }
     if (!ok) error = path + ": " + error;
     return ok;
@@ -137,8 +143,9 @@ bool ReadImage(const std::string& path, Image& out, std::string& error, ImageRea
 bool WritePng(const std::string& path, const Image& image, std::string& error) {
     static const int kColorTypes[5] = {0, PNG_COLOR_TYPE_GRAY, PNG_COLOR_TYPE_GRAY_ALPHA, PNG_COLOR_TYPE_RGB,
                                        PNG_COLOR_TYPE_RGB_ALPHA};
-    if (image.channels < 1 || image.channels > 4) {
-        error = path + ": cannot write " + std::to_string(image.channels) + " channels as PNG";
+    if (image.channels < 1 || image.channels > 4 || image.cmyk) {
+        error = path + ": cannot write " + std::to_string(image.channels) + (image.cmyk ? " CMYK" : "") +
+                " channels as PNG";
         return false;
     }
     FilePtr f(std::fopen(path.c_str(), "wb"));
@@ -167,6 +174,48 @@ bool WritePng(const std::string& path, const Image& image, std::string& error) {
         png_write_row(png, image.pixels.data() + size_t(y) * image.width * image.channels);
     png_write_end(png, nullptr);
     png_destroy_write_struct(&png, &info);
+    if (std::fflush(f.get()) != 0) {
+        error = path + ": " + std::strerror(errno);
+        return false;
+    }
+    return true;
+}
+
+bool WriteJpeg(const std::string& path, const Image& image, std::string& error, int quality) {
+    if ((image.channels != 1 && image.channels != 3) || image.cmyk) {
+        error = path + ": JPEG keeps no transparency: write PNG or TIFF, or run the picture flat";
+        return false;
+    }
+    FilePtr f(std::fopen(path.c_str(), "wb"));
+    if (!f) {
+        error = path + ": " + std::strerror(errno);
+        return false;
+    }
+    jpeg_compress_struct cinfo;
+    JpegError err;
+    cinfo.err = jpeg_std_error(&err.mgr);
+    err.mgr.error_exit = JpegFail;
+    err.message[0] = 0;
+    if (setjmp(err.jump)) {
+        jpeg_destroy_compress(&cinfo);
+        error = path + ": " + err.message;
+        return false;
+    }
+    jpeg_create_compress(&cinfo);
+    jpeg_stdio_dest(&cinfo, f.get());
+    cinfo.image_width = image.width;
+    cinfo.image_height = image.height;
+    cinfo.input_components = int(image.channels);
+    cinfo.in_color_space = image.channels == 1 ? JCS_GRAYSCALE : JCS_RGB;
+    jpeg_set_defaults(&cinfo);
+    jpeg_set_quality(&cinfo, quality, TRUE);
+    jpeg_start_compress(&cinfo, TRUE);
+    while (cinfo.next_scanline < cinfo.image_height) {
+        JSAMPROW row = const_cast<uint8_t*>(image.pixels.data()) + size_t(cinfo.next_scanline) * image.width * image.channels;
+        jpeg_write_scanlines(&cinfo, &row, 1);
+    }
+    jpeg_finish_compress(&cinfo);
+    jpeg_destroy_compress(&cinfo);
     if (std::fflush(f.get()) != 0) {
         error = path + ": " + std::strerror(errno);
         return false;
