@@ -60,6 +60,11 @@ bool ReadPng(FILE* f, Image& out, std::string& error, ImageReadOptions options) 
         error = "unsupported PNG layout";
         return false;
     }
+    if (uint64_t(out.width) * out.height * out.channels > kMaxImageBytes) {
+        png_destroy_read_struct(&png, &info, nullptr);
+        error = "PNG of " + std::to_string(out.width) + "x" + std::to_string(out.height) + " is too large";
+        return false;
+    }
     out.pixels.resize(size_t(out.width) * out.height * out.channels);
     rows.resize(out.height);
     for (uint32_t y = 0; y < out.height; ++y)
@@ -101,6 +106,11 @@ bool ReadJpeg(FILE* f, Image& out, std::string& error) {
     out.width = cinfo.output_width;
     out.height = cinfo.output_height;
     out.channels = uint32_t(cinfo.output_components);
+    if (uint64_t(out.width) * out.height * out.channels > kMaxImageBytes) {
+        jpeg_destroy_decompress(&cinfo);
+        error = "JPEG of " + std::to_string(out.width) + "x" + std::to_string(out.height) + " is too large";
+        return false;
+    }
     out.pixels.resize(size_t(out.width) * out.height * out.channels);
     while (cinfo.output_scanline < cinfo.output_height) {
         JSAMPROW row = out.pixels.data() + size_t(cinfo.output_scanline) * out.width * out.channels;

@@ -14,6 +14,10 @@ struct Image {
     std::vector<uint8_t> pixels;
 };
 
+// The largest picture a reader takes, in bytes of pixels (a 16384 by 16384 RGBA picture);
+// larger ones are refused as too large before anything is allocated.
+inline constexpr uint64_t kMaxImageBytes = uint64_t(1) << 30;
+
 struct ImageReadOptions {
     bool keepAlpha = false;  // else alpha is dropped
     bool refuseWide = false; // else 16-bit samples are reduced to 8 (PNG); TIFF takes 8 bits only

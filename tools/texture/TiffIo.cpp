@@ -63,7 +63,7 @@ bool Layout(TIFF* t, Image& out, uint16_t& photometric, uint16_t& planar, std::s
         error = "TIFF with " + std::to_string(samples) + " samples a pixel is not taken";
         return false;
     }
-    if (w == 0 || h == 0 || uint64_t(w) * h * samples > (uint64_t(1) << 31)) {
+    if (w == 0 || h == 0 || uint64_t(w) * h * samples > kMaxImageBytes) {
         error = "TIFF of " + std::to_string(w) + "x" + std::to_string(h) + " is empty or too large";
         return false;
     }
@@ -94,7 +94,10 @@ bool ReadTiff(const std::string& path, Image& out, std::string& error, ImageRead
         error = path + ": inconsistent TIFF rows";
         return false;
     }
-    out.pixels.assign(size_t(out.width) * out.height * n, 0);
+    // Rows are added as they are read: a file that claims a huge size and holds little
+    // fails before much memory is taken.
+    const size_t rowBytes = size_t(out.width) * n;
+    out.pixels.clear();
     std::vector<uint8_t> line(static_cast<size_t>(lineBytes));
     const uint32_t planes = planar == PLANARCONFIG_CONTIG ? 1 : n;
     for (uint32_t s = 0; s < planes; ++s) {
@@ -103,7 +106,8 @@ bool ReadTiff(const std::string& path, Image& out, std::string& error, ImageRead
                 error = path + ": " + Reason("corrupt or truncated TIFF");
                 return false;
             }
-            uint8_t* row = out.pixels.data() + size_t(y) * out.width * n;
+            if (s == 0) out.pixels.resize(size_t(y + 1) * rowBytes);
+            uint8_t* row = out.pixels.data() + size_t(y) * rowBytes;
             if (planes == 1)
                 std::copy(line.begin(), line.begin() + expected, row);
             else

@@ -1,0 +1,135 @@
+// The preview's re-render costs: the engine as the dialog drives it (DialogOpen 1) on an
+// 800 by 533 work area showing a 6000 by 4000 document at fit scale (7.5 filter pixels a
+// work pixel), the default look with the generated textures. Each case changes one
+// setting the way the dialog's control does, then times RenderLayers alone.
+#include "effects/Engine.h"
+#include "host/Acquisition.h"
+#include "host/DialogState.h"
+#include "host/PathTable.h"
+#include "host/Parameters.h"
+#include "host/Progress.h"
+#include "host/RenderDriver.h"
+#include "host/Session.h"
+#include "platform/ModulePath.h"
+#include "raster/TextureLoading.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+constexpr int32_t kDocWidth = 6000, kDocHeight = 4000;
+constexpr int32_t kWorkWidth = 800, kWorkHeight = 533;
+
+// The dialog's state after it opened on the document: a work area, the layers made.
+class Preview {
+public:
+    bool Open() {
+        const std::filesystem::path data = QZ_DATA_DIR;
+        if (!std::filesystem::exists(data / "Battleship.qzt")) return false;
+        SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+        ComputePaths();
+        std::memset(&record_, 0, sizeof record_);
+        record_.planes = 3;
+        record_.imageMode = plugInModeRGBColor;
+        gFilterRecord = &record_;
+        std::memset(&params_, 0, sizeof params_);
+        gParams = &params_;
+        InitParameters();
+        DialogOpen = true;
+        FilterWidth = FilterRectRight = kDocWidth;
+        FilterHeight = FilterRectBottom = kDocHeight;
+        ImageWidth = kWorkWidth;
+        ImageHeight = kWorkHeight;
+        WorkRowBytes = kWorkWidth * 4;
+        PreviewScale = double(kDocWidth) / kWorkWidth;
+        PreviewOriginX = PreviewOriginY = 0.0;
+        source_.resize(size_t(kWorkHeight) * WorkRowBytes);
+        for (size_t i = 0; i < source_.size(); ++i) source_[i] = i % 4 == 3 ? 255 : uint8_t((i * 2654435761u) >> 24);
+        work_.assign(source_.size(), 0);
+        SourceImage = source_.data();
+        WorkImage = work_.data();
+        CreateEngine();
+        RenderLayers(ViewCodeComposite);
+        return true;
+    }
+    ~Preview() {
+        DestroyEngine();
+        DialogOpen = false;
+        SourceImage = WorkImage = nullptr;
+        gParams = nullptr;
+        gFilterRecord = nullptr;
+    }
+
+private:
+    FilterRecord record_;
+    FilterParameters params_;
+    std::vector<uint8_t> source_, work_;
+};
+
+template <typename Change>
+void Rerender(benchmark::State& state, Change change) {
+    Preview preview;
+    if (!preview.Open()) {
+        state.SkipWithError("the generated data folder is missing");
+        return;
+    }
+    int32_t step = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        change(++step);
+        state.ResumeTiming();
+        RenderLayers(ViewCodeComposite);
+    }
+}
+
+// While the slider is pressed only the curve follows; the setter runs at the release
+// and, by its GeometryDirty, prepares the texture again.
+void BM_IntensityDrag(benchmark::State& state) {
+    Rerender(state, [](int32_t step) {
+        gParams->WashIntensity1 = 90 + step % 20;
+        WashLayers[0].Intensity = gParams->WashIntensity1;
+        SetCurve(WashLayers[0], gParams->WashIntensity1);
+    });
+}
+
+void BM_IntensityRelease(benchmark::State& state) {
+    Rerender(state, [](int32_t step) {
+        gParams->WashIntensity1 = 90 + step % 20;
+        SetLayerIntensity(WashLayers[0], gParams->WashIntensity1);
+    });
+}
+
+void BM_CoverageChange(benchmark::State& state) {
+    Rerender(state, [](int32_t step) {
+        gParams->WashCoverage1 = -40 + step % 60;
+        SetLayerCoverage(WashLayers[0], gParams->WashCoverage1);
+    });
+}
+
+void BM_SurfaceColorChange(benchmark::State& state) {
+    Rerender(state, [](int32_t step) {
+        gParams->SurfaceMidtoneColor = 0x0000C8C8u + uint32_t(step % 50);
+        SurfaceShadeDirty = 1;
+    });
+}
+
+void BM_ZoomStep(benchmark::State& state) {
+    Rerender(state, [](int32_t) {
+        MarkAllLayersDirty();
+        MarkWashesCoverageDirty();
+        for (EffectLayer* wash : {&WashLayers[0], &WashLayers[1]}) wash->EdgeDirty = 1;
+    });
+}
+
+} // namespace
+
+BENCHMARK(BM_IntensityDrag)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_IntensityRelease)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CoverageChange)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SurfaceColorChange)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ZoomStep)->Unit(benchmark::kMillisecond);
+BENCHMARK_MAIN();
