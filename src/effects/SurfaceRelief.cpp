@@ -46,6 +46,14 @@ bool SurfaceImageReady() {
 
 namespace {
 
+// What the relief was last built from, besides what the controls mark with
+// SurfaceShadeDirty (Views, depths, light, colours, the work area).
+struct ReliefInputs {
+    bool built = false, first = false, second = false;
+    const EffectLayer* shown = nullptr;
+};
+ReliefInputs gLastRelief;
+
 int32_t SurfaceDepthForLight() {
     const FilterParameters& p = *gParams;
     return p.SecondSurfaceExists ? std::max(p.SurfaceDepth1, p.SurfaceDepth2) : p.SurfaceDepth1;
@@ -74,6 +82,7 @@ void ScaleInto(const ReliefSource& s, float depth) {
 } // namespace
 
 void AllocateReliefBuffers() {
+    gLastRelief = {};
     ReliefBlock.Free();
     ReliefMap = nullptr;
     SurfaceBlock.Free();
@@ -82,6 +91,7 @@ void AllocateReliefBuffers() {
 }
 
 void FreeReliefBuffers() {
+    gLastRelief = {};
     ReliefBlock.Free();
     SurfaceBlock.Free();
     ReliefMap = nullptr;
@@ -89,6 +99,13 @@ void FreeReliefBuffers() {
 }
 
 void BuildSurfaceRelief(bool first, bool second) {
+    // The preview renders again and again: while nothing the surface depends on has
+    // changed, the relief and last render's SurfaceImage stand, as the shading pass would
+    // make them the same. A kept wash area is made anew each render, so it always shades.
+    if (DialogOpen && !SurfaceShadeDirty && !KeepWashArea && gLastRelief.built && gLastRelief.first == first &&
+        gLastRelief.second == second && gLastRelief.shown == &ShownSurface())
+        return;
+    gLastRelief = {true, first, second, &ShownSurface()};
     SurfaceShadeDirty = 1;
     const FilterParameters& p = *gParams;
     const float d1 = float(p.SurfaceDepth1) / 100.0f;

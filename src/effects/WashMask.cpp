@@ -165,6 +165,8 @@ void SetLayerEdgeSoftness(EffectLayer& layer, int32_t s) {
 void BuildWashEdge(EffectLayer& layer) {
     if (!IsWash(layer) || !layer.Source || !layer.EdgeDirty) return;
     layer.EdgeDirty = 0;
+    // The surface pass samples the edge mask for the washes: it must run again.
+    SurfaceShadeDirty = 1;
     FreeRaster(layer.EdgeMask);
     layer.EdgeMask = NewRaster(1, layer.FilterBounds, 1, 8, 1, 0);
     Raster* mask = layer.EdgeMask;

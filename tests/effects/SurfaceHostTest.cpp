@@ -6,6 +6,7 @@
 
 #include "effects/Engine.h"
 #include "host/ViewState.h"
+#include "effects/Surface.h"
 #include "platform/Alert.h"
 
 using namespace shelltest;
@@ -154,4 +155,30 @@ TEST_F(PreviewViewsTest, SurfaceViewsRenderTheirSurfaceAlone) {
     std::strcpy(params_.SurfaceFileName1, "Two.qzt");
     params_.SurfaceType1 = 4;
     EXPECT_EQ(Render(ViewCodeComposite), two) << "surface two, no wash";
+}
+
+TEST_F(PreviewViewsTest, RendersAgainShadeOnlyWhatIsMarked) {
+    params_.SecondSurfaceExists = 0;
+    CreateEngine();
+    RenderLayers(ViewCodeComposite);
+    const std::vector<uint8_t> first = work_;
+    // Nothing marked: the surface stands and the picture comes out the same.
+    std::fill(work_.begin(), work_.end(), uint8_t(0));
+    RenderLayers(ViewCodeComposite);
+    EXPECT_EQ(work_, first);
+    // A colour change the page has not marked yet is not seen; marked, it is.
+    params_.SurfaceMidtoneColor = 0x00FF0000;
+    RenderLayers(ViewCodeComposite);
+    EXPECT_EQ(work_, first);
+    SurfaceShadeDirty = 1;
+    RenderLayers(ViewCodeComposite);
+    EXPECT_NE(work_, first);
+    // A wash edge rebuilt is followed by the surface pass, which samples it.
+    // (SurfaceImage is wiped first: only a pass that runs again brings the picture back.)
+    const std::vector<uint8_t> recoloured = work_;
+    WashLayers[0].EdgeDirty = 1;
+    std::fill(SurfaceImage, SurfaceImage + work_.size(), uint8_t(0));
+    RenderLayers(ViewCodeComposite);
+    EXPECT_EQ(work_, recoloured);
+    DestroyEngine();
 }
