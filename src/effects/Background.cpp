@@ -1,5 +1,6 @@
 #include "effects/Background.h"
 
+#include "effects/ByteFraction.h"
 #include "effects/ColorConversion.h"
 #include "effects/EffectLayer.h"
 #include "host/Acquisition.h"
@@ -77,7 +78,7 @@ void PlaceBackground(EffectLayer& layer) {
         const uint8_t* row = samples + size_t(y) * stride;
         uint8_t* out = BackgroundImage + size_t(y) * WorkRowBytes;
         for (int32_t x = 0; x < w; ++x, out += 4) {
-            const float v = float(layer.Curve[row[x]]) / 255.0f;
+            const float v = ByteFraction(layer.Curve[row[x]]);
             int32_t c[3];
             if (v <= 0.65f) {
                 const float t = (0.65f - v) * 1.5384616f;
@@ -128,14 +129,17 @@ void CompositeBackground() {
         uint8_t* work = WorkImage + size_t(y) * WorkRowBytes;
         const uint8_t* mask = selection ? HostMaskData + size_t(y) * HostMaskRowBytes : nullptr;
         for (int32_t x = 0; x < ImageWidth; ++x, back += 4, source += 4, work += 4) {
-            const float a = float(work[3]) / 255.0f;
+            // An opaque pixel keeps its colour exactly (the background's weight is 0) and
+            // its alpha, unless Entire sets it from the selection.
+            if (work[3] == 255 && !(entire && mask)) continue;
+            const float a = ByteFraction(work[3]);
             const float b = 1.0f - a;
             if (!mask) {
                 for (int i = 0; i < 3; ++i) work[i] = uint8_t(int32_t(float(back[i]) * b + float(work[i]) * a));
                 work[3] = entire ? 255 : std::max(work[3], source[3]);
             } else {
                 // Outside the selection the source takes the background's place.
-                const float m = float(mask[x]) / 255.0f;
+                const float m = ByteFraction(mask[x]);
                 const float n = 1.0f - m;
                 for (int i = 0; i < 3; ++i)
                     work[i] = uint8_t(int32_t((float(source[i]) * n + float(back[i]) * m) * b + float(work[i]) * a));

@@ -57,11 +57,6 @@ std::unique_ptr<NoiseField> NewField(int32_t seed) {
 
 } // namespace
 
-int32_t TruncToInt(double v) {
-    if (!(v > -2147483649.0 && v < 2147483648.0)) return INT32_MIN;
-    return int32_t(v);
-}
-
 void NoiseSeedRandom(uint32_t seed) { gNoiseState = seed; }
 
 int NoiseRandom() {

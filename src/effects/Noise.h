@@ -2,6 +2,7 @@
 // look stored as a seed comes out the same on every build and in every run.
 #pragma once
 
+#include <climits>
 #include <cstdint>
 
 struct Raster;
@@ -35,4 +36,7 @@ bool FillNoisePreview(Raster* textureSource, Raster* raster, int32_t seed, Noise
                       double feature);
 
 // x86 truncation: a value that has no int32 (NaN, out of range) gives INT32_MIN.
-int32_t TruncToInt(double v);
+inline int32_t TruncToInt(double v) {
+    if (!(v > -2147483649.0 && v < 2147483648.0)) return INT32_MIN;
+    return int32_t(v);
+}

@@ -1,4 +1,5 @@
 // The surface pass: each pixel of the picture coloured by the shade under it.
+#include "effects/ByteFraction.h"
 #include "effects/SurfaceColor.h"
 #include "effects/SurfaceInternal.h"
 #include "effects/Surface.h"
@@ -18,9 +19,7 @@ namespace {
 
 uint8_t ClampByte(float v) { return uint8_t(int32_t(std::clamp(v, 0.0f, 255.0f))); }
 
-float SelectionAt(int32_t x, int32_t y) {
-    return float(HostMaskData[size_t(y) * HostMaskRowBytes + size_t(x)]) / 255.0f;
-}
+float SelectionAt(int32_t x, int32_t y) { return ByteFraction(HostMaskData[size_t(y) * HostMaskRowBytes + size_t(x)]); }
 
 void KeepTone(size_t offset, const int32_t tone[3], int32_t alpha) {
     if (!WashAreaBuffer) return;
@@ -98,7 +97,7 @@ void StorePixel(const SurfacePass& pass, int32_t picture[3], int32_t alpha, cons
         for (int i = 0; i < 3; ++i) out[i] = float(picture[i]) * (1.0f - m) + colored[i] * m;
         if (SurfaceEntireNow) {
             // Transparent pixels show the tone alone, as opaque as the tone is bright.
-            const float q = float(alpha) / 255.0f;
+            const float q = ByteFraction(uint8_t(alpha));
             for (int i = 0; i < 3; ++i) out[i] = float(tone[i]) * (1.0f - q) + out[i] * q;
             if (KeepWashArea) KeepTone(offset, tone, toneTop);
             a = std::max(alpha, toneTop);
