@@ -7,13 +7,16 @@
 
 struct EffectLayer;
 
-extern uint8_t* BackgroundImage; // 4 bytes a pixel, rows of WorkRowBytes
+// 4 bytes a pixel, rows of WorkRowBytes. A preview keeps it between renders; a full-size
+// render puts each row behind the picture as it is coloured and keeps none.
+extern uint8_t* BackgroundImage;
 
 // A fresh BackgroundImage for the current work area.
 void AllocateBackgroundImage();
 void FreeBackgroundImage();
 
-// Colours the layer's View into BackgroundImage when ToneDirty is set; clears it.
+// Colours the layer's View into BackgroundImage when ToneDirty is set; clears it. At full
+// size it composes the rows straight away, and the composite then finds nothing to do.
 void PlaceBackground(EffectLayer& layer);
 // BackgroundImage behind WorkImage over the whole work area.
 void CompositeBackground();

@@ -19,6 +19,7 @@ class BackgroundTest : public ParamsEngineTest {
 protected:
     void SetUp() override {
         ParamsEngineTest::SetUp();
+        DialogOpen = true; // the preview keeps BackgroundImage for the checks to read
         Work(4, 2);
         source_.assign(work_.size(), 0);
         SourceImage = source_.data();
@@ -28,6 +29,7 @@ protected:
         SetLayerTones(layer_, 100, 100, 100, 0x0000C8FF, 0x0032329B, 0x00641E00);
     }
     void TearDown() override {
+        DialogOpen = false;
         FreeBackgroundImage();
         SourceImage = nullptr;
         ParamsEngineTest::TearDown();
@@ -137,4 +139,32 @@ TEST_F(BackgroundTest, CompositeFillsWhatThePictureLets) {
     HaveMask = false;
     HostMaskData = nullptr;
     gFilterRecord = nullptr;
+}
+
+TEST_F(BackgroundTest, FullSizeComposesEachRowAsItIsPlaced) {
+    Work(5, 3);
+    source_.assign(work_.size(), 0);
+    SourceImage = source_.data();
+    const std::vector<uint8_t> texture = {0, 40, 90, 166, 255, 3, 77, 200, 128, 9, 250, 60, 1, 2, 180};
+    auto picture = [&] {
+        for (size_t i = 0; i < work_.size(); ++i) {
+            work_[i] = uint8_t(i % 4 == 3 ? (i * 37) % 256 : i * 11);
+            source_[i] = uint8_t(i % 4 == 3 ? (i * 53) % 256 : i * 7);
+        }
+    };
+    // The preview's way: the whole background, then the composite.
+    AllocateBackgroundImage();
+    picture();
+    Place(texture);
+    CompositeBackground();
+    const std::vector<uint8_t> kept = work_;
+    // The final run's way gives the same picture, and leaves BackgroundImage untouched.
+    DialogOpen = false;
+    FreeBackgroundImage();
+    AllocateBackgroundImage();
+    picture();
+    Place(texture);
+    CompositeBackground();
+    EXPECT_EQ(work_, kept);
+    EXPECT_EQ(Back(0), (Px{0, 0, 0, 0}));
 }
