@@ -110,7 +110,7 @@ void SurfaceColor(const int32_t picture[3], int32_t /*alpha*/, float shade, floa
 
 namespace {
 
-inline void ColorPixel(const SurfaceColorSettings& settings, const int32_t picture[3], float shade, float out[3],
+[[gnu::always_inline]] inline void ColorPixel(const SurfaceColorSettings& settings, const int32_t picture[3], float shade, float out[3],
                        int32_t tone[3], int32_t type) {
     TriTone(settings, shade, out);
     for (int i = 0; i < 3; ++i) tone[i] = int32_t(out[i]);
