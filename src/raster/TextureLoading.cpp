@@ -45,6 +45,21 @@ void ReplaceSource(EffectLayer& layer, Raster* next) {
     layer.Source = next;
 }
 
+// Every stage reads plane 0 of a texture (a wash's colour texture included, and the
+// orientation and cut keep plane 0 alone): the other planes of a colour texture are let go
+// before scaling, which spares two thirds of the work and memory.
+void KeepFirstPlane(Raster*& raster) {
+    if (!raster || raster->Planes <= 1 || !raster->PixelsIfAny()) return;
+    Raster* first = NewRaster(raster->Mode, raster->Bounds, 1, raster->Desc.depth, raster->Border, raster->AllocKind);
+    if (!first || !first->Pixels() || first->PlaneBytes() > raster->PlaneBytes()) {
+        FreeRaster(first);
+        return;
+    }
+    std::memcpy(first->Pixels(), raster->Pixels(), first->PlaneBytes());
+    FreeRaster(raster);
+    raster = first;
+}
+
 void StorePath(EffectLayer& layer, const char* path, size_t length) {
     const size_t n = std::min(length, sizeof layer.Path - 1);
     std::memmove(layer.Path, path, n);
@@ -84,6 +99,7 @@ bool LoadLayerTexture(EffectLayer& layer, const char* path) {
         layer.TextureHeight = int32_t(file.Height());
         Raster* made = nullptr;
         rasterized = file.Rasterize(made);
+        KeepFirstPlane(made);
         layer.Source = made;
     }
     if (!rasterized) {
