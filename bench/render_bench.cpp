@@ -24,6 +24,8 @@ constexpr double kPixels = double(kWidth) * kHeight;
 
 using Clock = std::chrono::steady_clock;
 
+double Seconds(const timeval& t) { return double(t.tv_sec) + double(t.tv_usec) * 1e-6; }
+
 // Which stage the render is in after reporting a mark; the marks are the driver's.
 const char* StageAfter(int32_t done) {
     if (done < 10) return "t0_acquire";
@@ -43,7 +45,7 @@ void BM_DefaultLook(benchmark::State& state) {
     }
     SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
     std::map<std::string, double> seconds;
-    double pluginSeconds = 0.0;
+    double pluginSeconds = 0.0, userSeconds = 0.0, systemSeconds = 0.0;
     for (auto _ : state) {
         state.PauseTiming();
         std::vector<uint8> pixels(size_t(kWidth) * kHeight * 3);
@@ -61,13 +63,22 @@ void BM_DefaultLook(benchmark::State& state) {
             if (done == 10 && tens < 2) ++tens;
             stage = tens == 0 ? "t0_acquire" : tens == 1 && done <= 10 ? "t0_engine_create" : StageAfter(done);
         });
+        rusage before = {};
+        getrusage(RUSAGE_SELF, &before);
         state.ResumeTiming();
         benchmark::DoNotOptimize(host.PlayAction(hostsim::Descriptor(), plugInDialogDontDisplay));
         pluginSeconds += host.PluginSeconds();
+        rusage after = {};
+        getrusage(RUSAGE_SELF, &after);
+        userSeconds += Seconds(after.ru_utime) - Seconds(before.ru_utime);
+        systemSeconds += Seconds(after.ru_stime) - Seconds(before.ru_stime);
     }
     // The whole figure includes hostsim's own work (buffers in and out, merging); the
     // plug-in's share is what a real host would see of us.
     state.counters["plugin_ns_px"] = pluginSeconds / double(state.iterations()) * 1e9 / kPixels;
+    // The whole run's processor time in user code and in the kernel (fresh pages mostly).
+    state.counters["user_ns_px"] = userSeconds / double(state.iterations()) * 1e9 / kPixels;
+    state.counters["kernel_ns_px"] = systemSeconds / double(state.iterations()) * 1e9 / kPixels;
     for (const auto& [name, s] : seconds)
         state.counters[name + "_ns_px"] = s / double(state.iterations()) * 1e9 / kPixels;
     rusage usage = {};
