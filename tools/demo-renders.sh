@@ -24,7 +24,7 @@ first=${names[0]} second=${names[1]:-${names[0]}} third=${names[2]:-${names[0]}}
 render() { # render OUTPUT INPUT [ARGS...]
   local name=$1 input=$2
   shift 2
-  "$bin/quenzit" render --quiet --data "$data" "$out/input/$input.png" -o "$out/$name.png" "$@"
+  "$bin/quenzit" render --data "$data" "$out/input/$input.png" -o "$out/$name.png" "$@"
 }
 off=(-s WFN1=No_Texture.qzt -s SFN1=No_Texture.qzt -s BkFN=No_Texture.qzt)
 
