@@ -10,7 +10,10 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -120,12 +123,29 @@ bool PutRecord(const std::vector<std::string>& presets, const std::optional<int6
         RandomizeEffects(ListRandomSources(), *randomSeed);
     }
     for (const std::string& path : presets) {
+        // A colour preset leaves its three colours aside (24-bit, so never this mark).
+        constexpr uint32_t kUnset = 0xFFFFFFFFu;
+        PresetColorHi = PresetColorMid = PresetColorShadow = kUnset;
         if (!LoadPresetPath(path.c_str())) {
             gParams = saved;
             std::FILE* f = std::fopen(path.c_str(), "rb");
             error = path + ": " + (f ? std::string("not a preset file (its first line is wrong)") : std::strerror(errno));
             if (f) std::fclose(f);
             return false;
+        }
+        if (PresetColorHi != kUnset || PresetColorMid != kUnset || PresetColorShadow != kUnset) {
+            // As the pages' tone drawers place them: the background's palettes live in
+            // BackPalette, every other colour preset is the surface's.
+            const bool background = fs::path(path).parent_path().filename() == "BackPalette";
+            uint32_t* to[3] = {&record.SurfaceHighlightColor, &record.SurfaceMidtoneColor, &record.SurfaceShadowColor};
+            if (background) {
+                to[0] = &record.BackgroundHighlightColor;
+                to[1] = &record.BackgroundMidtoneColor;
+                to[2] = &record.BackgroundShadowColor;
+            }
+            const uint32_t from[3] = {PresetColorHi, PresetColorMid, PresetColorShadow};
+            for (int i = 0; i < 3; ++i)
+                if (from[i] != kUnset) *to[i] = from[i];
         }
     }
     gParams = saved;

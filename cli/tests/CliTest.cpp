@@ -240,6 +240,27 @@ TEST_F(Quenzit, PresetsApplyInOrderAndSettingsLast) {
     EXPECT_EQ(render(plus40 + " -s Cov1=-30", "e.png"), setMinus30);
     // --set comes last wherever it stands on the line.
     EXPECT_EQ(render(" -s Cov1=-30" + plus40, "f.png"), setMinus30);
+
+    // A colour preset: the surface's colours, or the background's from a BackPalette.
+    const std::string colours = "Quenzit Press Preset;\nVersion 2;\n;------Color Preset------\nrgtC Empty \t;c\n"
+                                "lCiH 255 \t;h\nlCdM 51200 \t;m\nlCdS 1310720 \t;s\n";
+    std::ofstream(At("tones.qztpst")) << colours;
+    fs::create_directories(At("BackPalette"));
+    std::ofstream(At("BackPalette/tones.qztpst")) << colours;
+    // The picture has a transparent strip, so the background shows.
+    const std::string holed = Write("holed.png", Card(80, 50, 4));
+    const auto plain = [&](const std::string& args, const std::string& out) {
+        const Outcome r = Quiet("render --quiet '" + holed + "'" + args + " -o '" + At(out) + "'");
+        EXPECT_EQ(r.code, 0) << args << "\n" << r.err;
+        return Read(out).samples;
+    };
+    const auto defaults = plain("", "defaults.png");
+    const auto surface = plain(" -p '" + At("tones.qztpst") + "'", "g.png");
+    EXPECT_NE(surface, defaults);
+    EXPECT_EQ(surface, plain(" -s SHC1=255 -s SMC1=51200 -s SSC1=1310720", "h.png"));
+    const auto background = plain(" -p '" + At("BackPalette/tones.qztpst") + "'", "i.png");
+    EXPECT_NE(background, defaults);
+    EXPECT_EQ(background, plain(" -s BHCl=255 -s BMCl=51200 -s BSCl=1310720", "j.png"));
 }
 
 // A 16-bit grey PNG, which the filter cannot take.
