@@ -5,18 +5,17 @@
 #include "effects/Engine.h"
 #include "host/Acquisition.h"
 #include "host/DialogState.h"
-#include "host/PathTable.h"
 #include "host/Parameters.h"
 #include "host/Progress.h"
 #include "host/RenderDriver.h"
 #include "host/Session.h"
-#include "platform/ModulePath.h"
 #include "raster/TextureLoading.h"
+
+#include "GeneratedData.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstring>
-#include <filesystem>
 #include <vector>
 
 namespace {
@@ -27,11 +26,8 @@ constexpr int32_t kWorkWidth = 800, kWorkHeight = 533;
 // The dialog's state after it opened on the document: a work area, the layers made.
 class Preview {
 public:
-    bool Open() {
-        const std::filesystem::path data = QZ_DATA_DIR;
-        if (!std::filesystem::exists(data / "Battleship.qzt")) return false;
-        SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
-        ComputePaths();
+    bool Open(benchmark::State& state) {
+        if (!UseGeneratedData(state)) return false;
         std::memset(&record_, 0, sizeof record_);
         record_.planes = 3;
         record_.imageMode = plugInModeRGBColor;
@@ -73,10 +69,7 @@ private:
 template <typename Change>
 void Rerender(benchmark::State& state, Change change) {
     Preview preview;
-    if (!preview.Open()) {
-        state.SkipWithError("the generated data folder is missing");
-        return;
-    }
+    if (!preview.Open(state)) return;
     int32_t step = 0;
     for (auto _ : state) {
         state.PauseTiming();

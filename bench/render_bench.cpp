@@ -7,13 +7,13 @@
 #include "hostsim/Descriptor.h"
 #include "hostsim/Host.h"
 #include "host/PluginMain.h"
-#include "platform/ModulePath.h"
+
+#include "GeneratedData.h"
 
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
 
 #include <chrono>
-#include <filesystem>
 #include <map>
 #include <vector>
 
@@ -38,12 +38,7 @@ const char* StageAfter(int32_t done) {
 }
 
 void BM_DefaultLook(benchmark::State& state) {
-    const std::filesystem::path data = QZ_DATA_DIR;
-    if (!std::filesystem::exists(data / "Battleship.qzt")) {
-        state.SkipWithError("the generated data folder is missing");
-        return;
-    }
-    SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+    if (!UseGeneratedData(state)) return;
     std::map<std::string, double> seconds;
     double pluginSeconds = 0.0, userSeconds = 0.0, systemSeconds = 0.0;
     for (auto _ : state) {

@@ -10,20 +10,19 @@
 #include "host/Acquisition.h"
 #include "host/DialogState.h"
 #include "host/Parameters.h"
-#include "host/PathTable.h"
 #include "host/RenderDriver.h"
 #include "host/Session.h"
 #include "raster/TextureLoading.h"
 #include "hostsim/Descriptor.h"
 #include "hostsim/Host.h"
 #include "host/PluginMain.h"
-#include "platform/ModulePath.h"
 #include "raster/Raster.h"
+
+#include "GeneratedData.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <vector>
 
 namespace {
@@ -58,13 +57,7 @@ void BM_DistanceTransform(benchmark::State& state) {
 }
 
 void BM_WashPath(benchmark::State& state) {
-    const std::filesystem::path data = QZ_DATA_DIR;
-    if (!std::filesystem::exists(data / "Scratched.qzt")) {
-        state.SkipWithError("the generated data folder is missing");
-        return;
-    }
-    SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
-    ComputePaths();
+    if (!UseGeneratedData(state)) return;
     FilterRecord record = {};
     record.planes = 3;
     record.imageMode = plugInModeRGBColor;
@@ -99,12 +92,7 @@ void BM_WashPath(benchmark::State& state) {
 }
 
 void BM_WashFinalRun(benchmark::State& state) {
-    const std::filesystem::path data = QZ_DATA_DIR;
-    if (!std::filesystem::exists(data / "Scratched.qzt")) {
-        state.SkipWithError("the generated data folder is missing");
-        return;
-    }
-    SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+    if (!UseGeneratedData(state)) return;
     std::vector<uint8> pixels(size_t(kWidth) * kHeight * 3);
     for (size_t i = 0; i < pixels.size(); ++i) pixels[i] = uint8((i * 2654435761u) >> 24);
     hostsim::Descriptor look;
