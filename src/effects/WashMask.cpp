@@ -32,6 +32,15 @@ void FreeDistances(DistanceMap& map) {
     map.Words = nullptr;
     map.WordCount = 0;
     map.LargestDistanceSquared = 0;
+    map.Rectangle = false;
+    map.Columns = map.Rows = 0;
+}
+
+// The transform of a block whose only zero words are its outer ring: each word's nearest
+// zero is straight across to the nearer side (the tests hold it to DistanceTransform).
+int32_t RectangleDistanceSquared(int32_t x, int32_t y, int32_t columns, int32_t rows) {
+    const int32_t d = std::min({x, y, columns - 1 - x, rows - 1 - y});
+    return d * d;
 }
 
 // sqrt of the deepest point plus one, in f32: both edge settings are percentages of it.
@@ -130,8 +139,17 @@ void BuildEdgeSource(EffectLayer& layer) {
                 std::memcpy(origin + size_t(y) * edge->RowBytes(), SelectionMask + size_t(y) * SelectionRowLength,
                             size_t(std::max(columns, 0)));
         }
+        const bool whole = (!HaveMask && !DocumentHasAlpha()) || !SelectionMask;
         ClearRasterBorder(*edge, 1);
-        if (edge->Planes == 1) {
+        if (whole) {
+            // The whole filter rectangle: the map is known without being transformed.
+            DistanceMap& map = layer.Distances;
+            map.Rectangle = true;
+            map.Columns = edge->Columns();
+            map.Rows = edge->Rows();
+            const int32_t deepest = (std::min(map.Columns, map.Rows) - 1) / 2;
+            map.LargestDistanceSquared = deepest > 0 ? deepest * deepest : 0;
+        } else if (edge->Planes == 1) {
             const size_t count = size_t(edge->Columns()) * edge->Rows();
             auto* words = static_cast<uint32_t*>(AllocatePages(count * sizeof(uint32_t)));
             if (words) {
@@ -173,7 +191,17 @@ void BuildWashEdge(EffectLayer& layer) {
     if (!mask || !mask->Pixels()) return;
     uint8_t* m = mask->Pixels();
     const DistanceMap& map = layer.Distances;
-    if (!map.Words) {
+    if (map.Rectangle) {
+        // Inside the ring, the deep enough part; the ring itself is the edge source's 0.
+        const int32_t columns = map.Columns, rows = std::min<int64_t>(map.Rows, mask->PlaneBytes() / std::max(columns, 1));
+        for (int32_t y = 0; y < rows; ++y) {
+            uint8_t* row = m + size_t(y) * columns;
+            for (int32_t x = 0; x < columns; ++x) {
+                const bool ring = x == 0 || y == 0 || x == columns - 1 || y == map.Rows - 1;
+                row[x] = ring || RectangleDistanceSquared(x, y, columns, map.Rows) < layer.EdgeThreshold ? 0 : 255;
+            }
+        }
+    } else if (!map.Words) {
         std::memset(m, 255, mask->Storage.Bytes);
     } else {
         const uint8_t* source = layer.EdgeSource ? layer.EdgeSource->Pixels() : nullptr;

@@ -156,6 +156,35 @@ TEST_F(WashMaskTest, EdgeDistanceThresholdsAndSoftness) {
     EXPECT_EQ(layer_.EdgeBlur, 0);
 }
 
+TEST_F(WashMaskTest, AWholeRectangleNeedsNoTransform) {
+    // Without a selection the edge is the frame; its map is worked out, not transformed.
+    // It must be what the transform of the framed block gives, at every depth.
+    for (auto [w, h] : {std::pair{1, 1}, {2, 3}, {9, 5}, {17, 23}, {64, 7}, {100, 100}, {101, 40}}) {
+        Work(w, h);
+        DestroyLayer(layer_);
+        layer_.Source = Plane(w, h, 0, 0);
+        BuildEdgeSource(layer_);
+        const int32_t columns = w + 2, rows = h + 2;
+        std::vector<uint32_t> words(size_t(columns) * rows);
+        for (int32_t y = 0; y < rows; ++y)
+            for (int32_t x = 0; x < columns; ++x)
+                words[size_t(y) * columns + x] = x > 0 && y > 0 && x < columns - 1 && y < rows - 1;
+        EXPECT_EQ(layer_.Distances.LargestDistanceSquared, DistanceTransform(words.data(), columns, rows)) << w << "x" << h;
+        for (int32_t distance : {0, 13, 50, 99}) {
+            SetLayerEdgeSoftness(layer_, 0);
+            SetLayerEdgeDistance(layer_, distance);
+            BuildWashEdge(layer_);
+            const uint8_t* mask = layer_.EdgeMask->Pixels();
+            for (size_t i = 0; i < words.size(); ++i) {
+                const bool ring = i < size_t(columns) || i >= words.size() - columns || i % columns == 0 ||
+                                  i % columns == size_t(columns - 1);
+                const uint8_t expected = ring || int64_t(words[i]) < layer_.EdgeThreshold ? 0 : 255;
+                ASSERT_EQ(mask[i], expected) << w << "x" << h << " distance " << distance << " at " << i;
+            }
+        }
+    }
+}
+
 TEST_F(WashMaskTest, CurvesAroundOneHundred) {
     SetCurve(layer_, 99);
     EXPECT_EQ(layer_.CurveParameter, 99);
