@@ -36,13 +36,6 @@ void FreeDistances(DistanceMap& map) {
     map.Columns = map.Rows = 0;
 }
 
-// The transform of a block whose only zero words are its outer ring: each word's nearest
-// zero is straight across to the nearer side (the tests hold it to DistanceTransform).
-int32_t RectangleDistanceSquared(int32_t x, int32_t y, int32_t columns, int32_t rows) {
-    const int32_t d = std::min({x, y, columns - 1 - x, rows - 1 - y});
-    return d * d;
-}
-
 // sqrt of the deepest point plus one, in f32: both edge settings are percentages of it.
 float Depth(const EffectLayer& layer) { return std::sqrt(float(layer.Distances.LargestDistanceSquared)) + 1.0f; }
 
@@ -192,16 +185,23 @@ void BuildWashEdge(EffectLayer& layer) {
     uint8_t* m = mask->Pixels();
     const DistanceMap& map = layer.Distances;
     if (map.Rectangle) {
-        // Inside the ring, the deep enough part; the ring itself is the edge source's 0.
-        const int32_t columns = map.Columns, rows = std::min<int64_t>(map.Rows, mask->PlaneBytes() / std::max(columns, 1));
-        for (int32_t y = 0; y < rows; ++y) {
+        // Inside the ring, what lies at least the threshold from every side: per row one
+        // run of 255 between two runs of 0. The ring itself is the edge source's 0.
+        const int32_t columns = map.Columns, rows = map.Rows;
+        const int64_t threshold = layer.EdgeThreshold;
+        int32_t depth = int32_t(std::sqrt(double(std::max<int64_t>(threshold, 0))));
+        while (int64_t(depth) * depth < threshold) ++depth;
+        while (depth > 0 && int64_t(depth - 1) * (depth - 1) >= threshold) --depth;
+        const int32_t first = std::max(depth, 1), last = columns - 1 - first; // the run of 255
+        const int64_t limit = std::min<int64_t>(rows, mask->PlaneBytes() / std::max(columns, 1));
+        for (int32_t y = 0; y < limit; ++y) {
             uint8_t* row = m + size_t(y) * columns;
-            for (int32_t x = 0; x < columns; ++x) {
-                const bool ring = x == 0 || y == 0 || x == columns - 1 || y == map.Rows - 1;
-                row[x] = ring || RectangleDistanceSquared(x, y, columns, map.Rows) < layer.EdgeThreshold ? 0 : 255;
-            }
+            std::memset(row, 0, size_t(columns));
+            const int32_t dy = std::min(y, rows - 1 - y);
+            if (dy >= 1 && int64_t(dy) * dy >= threshold && first <= last)
+                std::memset(row + first, 255, size_t(last - first + 1));
         }
-    } else if (!map.Words) {
+        } else if (!map.Words) {
         std::memset(m, 255, mask->Storage.Bytes);
     } else {
         const uint8_t* source = layer.EdgeSource ? layer.EdgeSource->Pixels() : nullptr;
