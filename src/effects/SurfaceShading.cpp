@@ -141,8 +141,9 @@ void ShadeSurface() {
     const SurfacePass pass;
     // One row at a time: the picture (as it lies on the relief), its alpha, the shade,
     // then the colour of the whole row, then the mix and store.
-    std::vector<float> shade(static_cast<size_t>(w)), colored(size_t(w) * 3);
-    std::vector<int32_t> pictures(size_t(w) * 3), tones(size_t(w) * 3), alphas(static_cast<size_t>(w)), maskRows(static_cast<size_t>(w));
+    const size_t n = static_cast<size_t>(w);
+    std::vector<float> shade(n), colored(n * 3);
+    std::vector<int32_t> pictures(n * 3), tones(n * 3), alphas(n), maskRows(n);
     const WashMaskFollow follow(w, h);
     SurfaceEntireNow = gParams->SurfaceEntire;
     const bool perspective = gParams->SurfacePerspectiveOn;
@@ -177,7 +178,7 @@ void ShadeSurface() {
         SurfaceColorRow(pass.color, pictures.data(), shade.data(), w, type, colored.data(), tones.data());
         uint8_t* out = SurfaceImage + size_t(y) * WorkRowBytes;
         if (SurfacePassCode == 0 && !SurfaceEntireNow) {
-            // The usual pass: the coloured value mixed in by the intensity.
+            // The usual pass, StorePixel's mix alone, without its tests per pixel.
             const float m = pass.intensity;
             for (int32_t x = 0; x < w; ++x, out += 4) {
                 for (int i = 0; i < 3; ++i) {
