@@ -3,20 +3,15 @@
 // work pixel), the default look with the generated textures. Each case changes one
 // setting the way the dialog's control does, then times RenderLayers alone.
 #include "effects/Engine.h"
-#include "host/Acquisition.h"
-#include "host/DialogState.h"
 #include "host/Parameters.h"
-#include "host/Progress.h"
 #include "host/RenderDriver.h"
-#include "host/Session.h"
-#include "raster/TextureLoading.h"
 
+#include "EngineWithoutHost.h"
 #include "GeneratedData.h"
 
 #include <benchmark/benchmark.h>
 
-#include <cstring>
-#include <vector>
+#include <optional>
 
 namespace {
 
@@ -28,42 +23,14 @@ class Preview {
 public:
     bool Open(benchmark::State& state) {
         if (!UseGeneratedData(state)) return false;
-        std::memset(&record_, 0, sizeof record_);
-        record_.planes = 3;
-        record_.imageMode = plugInModeRGBColor;
-        gFilterRecord = &record_;
-        std::memset(&params_, 0, sizeof params_);
-        gParams = &params_;
-        InitParameters();
-        DialogOpen = true;
-        FilterWidth = FilterRectRight = kDocWidth;
-        FilterHeight = FilterRectBottom = kDocHeight;
-        ImageWidth = kWorkWidth;
-        ImageHeight = kWorkHeight;
-        WorkRowBytes = kWorkWidth * 4;
-        PreviewScale = double(kDocWidth) / kWorkWidth;
-        PreviewOriginX = PreviewOriginY = 0.0;
-        source_.resize(size_t(kWorkHeight) * WorkRowBytes);
-        for (size_t i = 0; i < source_.size(); ++i) source_[i] = i % 4 == 3 ? 255 : uint8_t((i * 2654435761u) >> 24);
-        work_.assign(source_.size(), 0);
-        SourceImage = source_.data();
-        WorkImage = work_.data();
+        engine_.emplace(kDocWidth, kDocHeight, kWorkWidth, kWorkHeight, true);
         CreateEngine();
         RenderLayers(ViewCodeComposite);
         return true;
     }
-    ~Preview() {
-        DestroyEngine();
-        DialogOpen = false;
-        SourceImage = WorkImage = nullptr;
-        gParams = nullptr;
-        gFilterRecord = nullptr;
-    }
 
 private:
-    FilterRecord record_;
-    FilterParameters params_;
-    std::vector<uint8_t> source_, work_;
+    std::optional<EngineWithoutHost> engine_;
 };
 
 template <typename Change>

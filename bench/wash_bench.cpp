@@ -7,17 +7,13 @@
 #include "effects/Engine.h"
 #include "effects/Noise.h"
 #include "effects/WashMask.h"
-#include "host/Acquisition.h"
-#include "host/DialogState.h"
-#include "host/Parameters.h"
 #include "host/RenderDriver.h"
-#include "host/Session.h"
-#include "raster/TextureLoading.h"
 #include "hostsim/Descriptor.h"
 #include "hostsim/Host.h"
 #include "host/PluginMain.h"
 #include "raster/Raster.h"
 
+#include "EngineWithoutHost.h"
 #include "GeneratedData.h"
 
 #include <benchmark/benchmark.h>
@@ -58,21 +54,7 @@ void BM_DistanceTransform(benchmark::State& state) {
 
 void BM_WashPath(benchmark::State& state) {
     if (!UseGeneratedData(state)) return;
-    FilterRecord record = {};
-    record.planes = 3;
-    record.imageMode = plugInModeRGBColor;
-    gFilterRecord = &record;
-    FilterParameters params = {};
-    gParams = &params;
-    InitParameters();
-    DialogOpen = false;
-    ImageWidth = FilterWidth = FilterRectRight = kWidth;
-    ImageHeight = FilterHeight = FilterRectBottom = kHeight;
-    WorkRowBytes = kWidth * 4;
-    std::vector<uint8_t> source(size_t(kHeight) * WorkRowBytes), work(source.size());
-    for (size_t i = 0; i < source.size(); ++i) source[i] = i % 4 == 3 ? 255 : uint8_t((i * 2654435761u) >> 24);
-    SourceImage = source.data();
-    WorkImage = work.data();
+    const EngineWithoutHost engine(kWidth, kHeight, kWidth, kHeight, false);
     EffectLayer& wash = WashLayers[0];
     FillLayer(wash, LayerWash, false); // the texture load, untimed
     PrepareLayerTexture(wash);
@@ -85,10 +67,6 @@ void BM_WashPath(benchmark::State& state) {
         CompositeWash(wash);
     }
     PerPixel(state);
-    DestroyEngine();
-    SourceImage = WorkImage = nullptr;
-    gParams = nullptr;
-    gFilterRecord = nullptr;
 }
 
 void BM_WashFinalRun(benchmark::State& state) {

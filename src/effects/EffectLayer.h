@@ -12,14 +12,13 @@
 enum LayerKind : uint8_t { LayerWash = 0, LayerBackground = 1, LayerSurface = 2 };
 
 // Squared distances to the edge, one word a pixel, in a page block (AllocatePages). When
-// the edge is the ring around a whole rectangle of Columns by Rows (no selection, no
-// transparency) the distances are the nearer side's and no words are kept.
+// the edge is the ring around the whole edge raster (no selection, no transparency) the
+// distances are the nearer side's and no words are kept.
 struct DistanceMap {
     uint32_t* Words = nullptr;
     size_t WordCount = 0;
     int32_t LargestDistanceSquared = 0;
     bool Rectangle = false;
-    int32_t Columns = 0, Rows = 0;
 };
 
 inline constexpr std::array<uint8_t, 256> IdentityCurve() {

@@ -24,5 +24,6 @@ struct ShadeLight {
     float x = 0.0f, y = 0.0f, z = 0.0f, gain = 0.0f;
 };
 ShadeLight SurfaceShadeLight();
+// The pass's own row of shade: its caller has checked the row and the relief's size.
 void BuildShadeRow(const ShadeLight& light, int32_t y, int32_t width, int32_t height, int32_t reliefStride,
                    float* out);

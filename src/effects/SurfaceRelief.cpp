@@ -163,8 +163,6 @@ ShadeLight SurfaceShadeLight() {
 void BuildShadeRow(const ShadeLight& l, int32_t y, int32_t width, int32_t height, int32_t reliefStride,
                    float* out) {
     const int32_t w = std::min(width, ImageWidth), h = std::min(height, ImageHeight);
-    if (y < 0 || y >= h || w <= 0 || !ReliefMap) return;
-    if (ReliefBlock.Bytes < size_t(h - 1) * size_t(reliefStride) + size_t(w)) return;
     const uint8_t* row = ReliefMap + size_t(y) * reliefStride;
     // The last row and column extrapolate, so the edge has no rim.
     const uint8_t* below = y + 1 < h ? row + reliefStride : nullptr;
@@ -178,5 +176,8 @@ void BuildShadeRow(const ShadeLight& l, int32_t y, int32_t width, int32_t height
 }
 
 void BuildShadeRow(int32_t y, int32_t width, int32_t height, int32_t reliefStride, float* out) {
+    const int32_t w = std::min(width, ImageWidth), h = std::min(height, ImageHeight);
+    if (y < 0 || y >= h || w <= 0 || !ReliefMap) return;
+    if (ReliefBlock.Bytes < size_t(h - 1) * size_t(reliefStride) + size_t(w)) return;
     BuildShadeRow(SurfaceShadeLight(), y, width, height, reliefStride, out);
 }

@@ -33,7 +33,6 @@ void FreeDistances(DistanceMap& map) {
     map.WordCount = 0;
     map.LargestDistanceSquared = 0;
     map.Rectangle = false;
-    map.Columns = map.Rows = 0;
 }
 
 // sqrt of the deepest point plus one, in f32: both edge settings are percentages of it.
@@ -138,9 +137,7 @@ void BuildEdgeSource(EffectLayer& layer) {
             // The whole filter rectangle: the map is known without being transformed.
             DistanceMap& map = layer.Distances;
             map.Rectangle = true;
-            map.Columns = edge->Columns();
-            map.Rows = edge->Rows();
-            const int32_t deepest = (std::min(map.Columns, map.Rows) - 1) / 2;
+            const int32_t deepest = (std::min(edge->Columns(), edge->Rows()) - 1) / 2;
             map.LargestDistanceSquared = deepest > 0 ? deepest * deepest : 0;
         } else if (edge->Planes == 1) {
             const size_t count = size_t(edge->Columns()) * edge->Rows();
@@ -187,14 +184,14 @@ void BuildWashEdge(EffectLayer& layer) {
     if (map.Rectangle) {
         // Inside the ring, what lies at least the threshold from every side: per row one
         // run of 255 between two runs of 0. The ring itself is the edge source's 0.
-        const int32_t columns = map.Columns, rows = map.Rows;
+        // The mask has the edge source's bounds and border.
+        const int32_t columns = mask->Columns(), rows = mask->Rows();
         const int64_t threshold = layer.EdgeThreshold;
         int32_t depth = int32_t(std::sqrt(double(std::max<int64_t>(threshold, 0))));
         while (int64_t(depth) * depth < threshold) ++depth;
         while (depth > 0 && int64_t(depth - 1) * (depth - 1) >= threshold) --depth;
         const int32_t first = std::max(depth, 1), last = columns - 1 - first; // the run of 255
-        const int64_t limit = std::min<int64_t>(rows, mask->PlaneBytes() / std::max(columns, 1));
-        for (int32_t y = 0; y < limit; ++y) {
+        for (int32_t y = 0; y < rows; ++y) {
             uint8_t* row = m + size_t(y) * columns;
             std::memset(row, 0, size_t(columns));
             const int32_t dy = std::min(y, rows - 1 - y);
