@@ -8,7 +8,7 @@ ASAN     := build/asan
 WIN64    := build/win64
 CTEST    := ctest --output-on-failure -j $(JOBS)
 
-.PHONY: all deps photos native asan win64 test test-native test-asan test-win64 demo clean
+.PHONY: all deps photos native asan win64 test test-native test-asan test-win64 demo art clean
 
 all: native win64
 
@@ -48,7 +48,13 @@ test-win64: win64 photos
 
 test: test-native test-asan test-win64
 
-demo: win64 photos
+# One sheet of the dialog's art (pictures, cursors, icon, sound), to judge the skin by eye.
+art: native
+	@mkdir -p out
+	@$(NATIVE)/bin/qz-artsheet out/art-contact.png
+	@echo "Drew out/art-contact.png"
+
+demo: win64 photos art
 	@bash tools/stage-dist.sh $(WIN64)/bin $(NATIVE)/data/Quenzit dist/Quenzit-win64
 	@echo "Staged dist/Quenzit-win64/"
 	@bash tools/demo-renders.sh $(NATIVE)/bin $(NATIVE)/data/Quenzit build/photos out/demo
