@@ -1,7 +1,7 @@
 #include "ParameterArgs.h"
 
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "presets/PresetFormat.h"
 #include "presets/RandomEffects.h"
 

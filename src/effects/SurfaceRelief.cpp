@@ -3,11 +3,11 @@
 #include "effects/Surface.h"
 #include "effects/SurfaceInternal.h"
 #include "effects/Trig.h"
-#include "host/Acquisition.h"
-#include "host/DialogState.h"
-#include "host/Parameters.h"
-#include "host/RenderDriver.h"
-#include "host/ViewState.h"
+#include "state/WorkImages.h"
+#include "state/DialogState.h"
+#include "state/Parameters.h"
+#include "effects/RenderDriver.h"
+#include "state/ViewState.h"
 #include "raster/Raster.h"
 
 #include <algorithm>

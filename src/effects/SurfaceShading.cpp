@@ -3,10 +3,10 @@
 #include "effects/SurfaceColor.h"
 #include "effects/SurfaceInternal.h"
 #include "effects/Surface.h"
-#include "host/Acquisition.h"
-#include "host/Parameters.h"
-#include "host/Progress.h"
-#include "host/RenderDriver.h"
+#include "state/WorkImages.h"
+#include "state/Parameters.h"
+#include "state/Progress.h"
+#include "effects/RenderDriver.h"
 #include "raster/Raster.h"
 
 #include <algorithm>
@@ -194,7 +194,7 @@ void ShadeSurface() {
         }
         follow.CopyRow(y, maskRows.data(), w);
         // The pass runs upward, and so does its progress.
-        ReportProgress(float(ProgressPercent + ProgressSpan * y / h), 100);
+        ReportStageProgress(y, h);
     }
 }
 

@@ -2,10 +2,9 @@
 #include "effects/WashMask.h"
 
 #include "effects/Noise.h"
-#include "host/Acquisition.h"
-#include "host/DialogState.h"
-#include "host/Progress.h"
-#include "host/Selection.h"
+#include "state/WorkImages.h"
+#include "state/DialogState.h"
+#include "state/Progress.h"
 #include "platform/PageMemory.h"
 #include "raster/Raster.h"
 

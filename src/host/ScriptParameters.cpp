@@ -1,7 +1,7 @@
 #include "host/ScriptParameters.h"
 
 #include "host/HostSuite.h"
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "host/Session.h"
 
 #include <algorithm>

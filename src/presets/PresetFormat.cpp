@@ -1,6 +1,6 @@
 #include "presets/PresetFormat.h"
 
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 
 #include <cerrno>
 #include <climits>

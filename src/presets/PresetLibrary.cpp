@@ -1,7 +1,7 @@
 #include "presets/PresetLibrary.h"
 
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "platform/Alert.h"
 #include "platform/FolderList.h"
 #include "platform/ModulePath.h"

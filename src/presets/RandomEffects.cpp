@@ -1,7 +1,7 @@
 #include "presets/RandomEffects.h"
 
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "platform/CRandom.h"
 #include "platform/Clock.h"
 #include "platform/FolderList.h"

@@ -2,7 +2,7 @@
 // <out>/{Basic,Wash,Surface,Background,Colors,BackPalette}. Deterministic: the same
 // files on every run. Texture names are those of the texture library.
 //   qz-presetgen OUT_FOLDER
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "presets/PresetFormat.h"
 
 #include <cstdio>

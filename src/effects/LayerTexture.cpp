@@ -1,11 +1,11 @@
 // Texture loading: file to Source, Source to View.
-#include "raster/TextureLoading.h"
+#include "effects/LayerTexture.h"
 
 #include "effects/EffectLayer.h"
-#include "host/Acquisition.h"
-#include "host/PathTable.h"
-#include "host/Progress.h"
-#include "host/DialogState.h"
+#include "state/WorkImages.h"
+#include "state/PathTable.h"
+#include "state/Progress.h"
+#include "state/DialogState.h"
 #include "platform/Alert.h"
 #include "platform/ModulePath.h"
 #include "raster/AWashFile.h"
@@ -20,11 +20,6 @@
 
 bool ReportTextureFailure = true;
 void* TextureAlertOwner = nullptr;
-int32_t FilterRectRight = kFilterEdgeUnset;
-int32_t FilterRectBottom = kFilterEdgeUnset;
-
-int32_t FilterRightEdge() { return FilterRectRight == kFilterEdgeUnset ? FilterWidth : FilterRectRight; }
-int32_t FilterBottomEdge() { return FilterRectBottom == kFilterEdgeUnset ? FilterHeight : FilterRectBottom; }
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "hostsim/Registry.h"
 #include "hostsim/Scripting.h"
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "host/ScriptParameters.h"
 #include "resources/ResourceTables.h"
 
