@@ -22,7 +22,7 @@ allowed() {
     raster) echo "platform state raster" ;;
     effects) echo "platform state raster effects" ;;
     presets) echo "platform state raster effects presets" ;;
-    resources) echo "resources" ;;
+    resources) echo "state resources" ;;
     host) echo "platform $core host resources" ;;
     controls | dialog | pickers | online) echo "platform $core resources $ui" ;;
     *) echo "" ;;

@@ -20,7 +20,6 @@ enum PresetKind : int {
 
 inline constexpr const char* kPresetHeader = "Quenzit Press Preset;";
 inline constexpr const char* kPresetExtension = ".qztpst";
-inline constexpr const char* kNoTextureName = "No_Texture.qzt";
 inline constexpr int kPresetLineSize = 1024; // read buffer; longer lines are cut, not overrun
 
 // The version the reader applies: starts at 2 and keeps the last "Version" line

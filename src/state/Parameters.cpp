@@ -153,6 +153,18 @@ const ParameterField* FindParameterByKey(const char* key) {
     return nullptr;
 }
 
+ValueWire WireOf(const ParameterField& f) {
+    if (std::strcmp(f.key, "Amnt") == 0) return ValueWire::Percent;
+    if (std::strcmp(f.key, "disP") == 0) return ValueWire::Disposition;
+    if (std::strcmp(f.key, "ignS") == 0) return ValueWire::Bool;
+    switch (f.kind) {
+    case FieldKind::Flag: return ValueWire::Bool;
+    case FieldKind::Float: return ValueWire::Float;
+    case FieldKind::Name: return ValueWire::Text;
+    default: return ValueWire::Integer;
+    }
+}
+
 void ResetField(FilterParameters& record, const ParameterField& field) {
     char* at = reinterpret_cast<char*>(&record) + field.offset;
     const double v = field.defaultValue;
