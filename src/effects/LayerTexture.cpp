@@ -152,7 +152,9 @@ void MoveLayer(EffectLayer& layer, int32_t dx, int32_t dy) {
     int64_t y = int64_t(layer.OffsetY) + dy;
     if (layer.Source) {
         const RasterRect& b = layer.Source->Bounds;
-        // Reading kept: the far limit is the filter rectangle's right and bottom edges.
+        // The far limit is the filter rectangle's right and bottom edges, not its size:
+        // they differ when the rectangle does not start at 0, 0, and offsets stored in
+        // looks were clamped this way.
         const int64_t right = FilterRightEdge();
         const int64_t bottom = FilterBottomEdge();
         x = std::min<int64_t>(std::max<int64_t>(x, b.left), int64_t(b.right) - right);

@@ -137,7 +137,8 @@ void BuildSurfaceRelief(bool first, bool second) {
 }
 
 float SlopeGain(double divisor) {
-    // Reading kept: the gain is worked out in double and kept in f32, as the shade is.
+    // Double for the arithmetic, f32 for the result: the shade stores its factors the same
+    // way, and the bytes of a look depend on both widths.
     return float(std::sqrt(double(SurfaceDepthForLight()) / 100.0) * 150.0 / PreviewScale / divisor);
 }
 

@@ -157,8 +157,9 @@ void ShadeSurface() {
             int32_t* pixel = &pictures[size_t(x) * 3];
             if (perspective) {
                 // The picture lies on the relief: shifted up by its height, lifted by
-                // `shift` so the average stays in place, between two rows. Reading kept:
-                // the row below takes 1 - f, so at depth 0 the picture moves up a row.
+                // `shift` so the average stays in place, between two rows. The row below
+                // takes 1 - f, so at depth 0 the picture still moves up a row; looks stored
+                // with perspective depend on that shift.
                 const float z = float(relief[x]) * g2;
                 const int32_t zi = int32_t(z);
                 const int32_t row = std::clamp(shift + y - zi, 0, h - 1);

@@ -144,7 +144,8 @@ void CompositeWashToMask(EffectLayer& layer, const HostPlanes& out) {
             float k = float(layer.Curve[size_t(TruncToInt(s * t + (1.0f - s) * 255.0f) & 255)]);
             if (washRow) {
                 const uint8_t* wash = washRow + size_t(x) * 4;
-                // Reading kept: the scaling by the pixel's alpha is in f32, not truncated.
+                // Scaled by the pixel's alpha in f32 and not truncated: the keep value stays
+                // fractional into the blend, as in the colour pass.
                 k = k * float(pixel[3]) / 255.0f;
                 BlendWashArea(pixel, wash, k);
                 pixel[3] = 255;

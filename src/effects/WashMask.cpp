@@ -71,7 +71,8 @@ bool BuildCoverageNoise(EffectLayer& layer) {
                                 : FillNoiseFull(layer.CoverageNoise, layer.Seed, kNoiseBlack, kNoiseWhite,
                                                 layer.CoverageFeature);
     if (ran) {
-        // Reading kept: the complement is the bitwise one, which always differs.
+        // The bitwise complement always differs from the old value, so the setter cannot
+        // take the call for a no-op and skip the new noise.
         const int32_t old = layer.Coverage;
         layer.Coverage = ~old;
         SetLayerCoverage(layer, old);
