@@ -142,13 +142,13 @@ inline constexpr uint32_t kSoundMaxBytes = 64 * 1024;
 struct Rgb {
     uint8_t r, g, b;
 };
-inline constexpr Rgb kBand{0, 0, 0};             // the bands, the header, the drawers
-inline constexpr Rgb kTile{0x54, 0x54, 0x54};    // a control at rest
-inline constexpr Rgb kHover{0x92, 0x92, 0x92};   // a control under the mouse
-inline constexpr Rgb kQuiet{0x7F, 0x7F, 0x7F};   // text and marks not in use
-inline constexpr Rgb kActive{0xFF, 0xFF, 0xFF};  // active text
-inline constexpr Rgb kGold{255, 215, 108};       // the selected tile
-inline constexpr Rgb kFace{0xF0, 0xF0, 0xF0};    // the usual dialog face, where a picture meets it
+inline constexpr Rgb kBand{0, 0, 0};              // the bands, the header, the drawers
+inline constexpr Rgb kTile{0x54, 0x54, 0x54};     // a control at rest
+inline constexpr Rgb kHover{0x92, 0x92, 0x92};    // a control under the mouse
+inline constexpr Rgb kQuiet{0x7F, 0x7F, 0x7F};    // text and marks not in use
+inline constexpr Rgb kActive{0xFF, 0xFF, 0xFF};   // active text
+inline constexpr Rgb kGold{255, 215, 108};        // the selected tile
+inline constexpr Rgb kFace{0xF0, 0xF0, 0xF0};     // the usual dialog face, where a picture meets it
 inline constexpr Rgb kListBack{0xFF, 0xFF, 0xFF}; // behind the preset rows' pictures
 
 } // namespace art

@@ -125,7 +125,8 @@ void CheckAutoSound(const uint8_t* data, size_t size) {
             EXPECT_LT(double(length) / byteRate, 1.0) << "under a second";
             int loudest = 0;
             for (uint32_t i = 0; i + blockAlign <= length; i += blockAlign)
-                loudest = std::max(loudest, bits == 16 ? std::abs(int(int16_t(Le(body + i, 2)))) : std::abs(int(body[i]) - 128));
+                loudest = std::max(loudest,
+                                   bits == 16 ? std::abs(int(int16_t(Le(body + i, 2)))) : std::abs(int(body[i]) - 128));
             EXPECT_GT(loudest, bits == 16 ? 8000 : 30) << "the sound is heard";
         }
         at += 8 + length + (length & 1);

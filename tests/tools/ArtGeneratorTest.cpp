@@ -36,7 +36,8 @@ std::map<std::string, std::vector<uint8_t>> Generate(const fs::path& dir) {
     const std::string command = std::string("\"") + QZ_ARTGEN + "\" \"" + dir.string() + "\"";
     EXPECT_EQ(std::system(command.c_str()), 0) << command;
     std::map<std::string, std::vector<uint8_t>> files;
-    for (const auto& entry : fs::directory_iterator(dir)) files[entry.path().filename().string()] = ReadAll(entry.path());
+    for (const auto& entry : fs::directory_iterator(dir))
+        files[entry.path().filename().string()] = ReadAll(entry.path());
     return files;
 }
 
@@ -89,7 +90,8 @@ TEST(ArtGenerator, TwoRunsWriteTheSameFilesThatMatchTheTable) {
         EXPECT_EQ(bmp[0], 'B');
         EXPECT_EQ(bmp[1], 'M');
         EXPECT_EQ(Le(bmp, 2, 4), bmp.size());
-        EXPECT_EQ(Le(bmp, 10, 4), 54 + (spec.bits == 8 ? 4 * Le(bmp, 46, 4) : 0)) << name << ": pixels follow the palette";
+        EXPECT_EQ(Le(bmp, 10, 4), 54 + (spec.bits == 8 ? 4 * Le(bmp, 46, 4) : 0))
+            << name << ": pixels follow the palette";
         CheckDib(bmp.data() + 14, bmp.size() - 14, spec);
         if (spec.id == art::kCornerWeights) CheckCornerWeights(bmp.data() + 14, bmp.size() - 14);
     }
@@ -124,7 +126,8 @@ TEST(ArtGenerator, TwoRunsWriteTheSameFilesThatMatchTheTable) {
         EXPECT_TRUE(named.insert(file).second) << file << " named twice";
         EXPECT_NE(file.find(id), std::string::npos) << line;
         const std::string ext = fs::path(file).extension().string();
-        const std::map<std::string, std::string> types = {{".bmp", "BITMAP"}, {".cur", "CURSOR"}, {".ico", "ICON"}, {".wav", "WAVE"}};
+        const std::map<std::string, std::string> types = {
+            {".bmp", "BITMAP"}, {".cur", "CURSOR"}, {".ico", "ICON"}, {".wav", "WAVE"}};
         EXPECT_EQ(type, types.at(ext)) << line;
     }
     EXPECT_EQ(named.size(), expected.size() - 1);

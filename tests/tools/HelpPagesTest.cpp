@@ -16,8 +16,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const std::set<std::string> kPages = {"index.html", "basic.html", "wash.html", "surface.html", "background.html",
-                                      "texture_picker.html"};
+const std::set<std::string> kPages = {"index.html",   "basic.html",      "wash.html",
+                                      "surface.html", "background.html", "texture_picker.html"};
 const std::set<std::string> kVoid = {"meta", "link", "br", "hr", "img", "wbr", "col", "source"};
 const std::set<std::string> kForbidden = {"script", "iframe", "object", "embed", "form", "base", "applet"};
 
@@ -52,7 +52,8 @@ Page Parse(const std::string& html) {
             const size_t end = html.find(';', i);
             const std::string entity = end == std::string::npos ? "" : html.substr(i + 1, end - i - 1);
             const bool named = !entity.empty() && entity.size() < 10 &&
-                               std::all_of(entity.begin(), entity.end(), [](char ch) { return std::isalnum(static_cast<unsigned char>(ch)); });
+                               std::all_of(entity.begin(), entity.end(),
+                                           [](char ch) { return std::isalnum(static_cast<unsigned char>(ch)); });
             const bool numeric = entity.size() > 1 && entity[0] == '#';
             if (!named && !numeric) error("bare &");
             i = end == std::string::npos ? html.size() : end + 1;
@@ -78,7 +79,8 @@ Page Parse(const std::string& html) {
         const bool closing = html[i + 1] == '/';
         size_t p = i + (closing ? 2 : 1);
         std::string name;
-        while (p < html.size() && std::isalnum(static_cast<unsigned char>(html[p]))) name += char(std::tolower(html[p++]));
+        while (p < html.size() && std::isalnum(static_cast<unsigned char>(html[p])))
+            name += char(std::tolower(html[p++]));
         if (name.empty()) {
             error("bad tag");
             ++i;
@@ -144,7 +146,8 @@ TEST(HelpPages, SixPagesParseAndLinkOnlyAmongThemselves) {
     for (const auto& [name, page] : pages) {
         for (const std::string& e : page.errors) ADD_FAILURE() << name << ": " << e;
         EXPECT_FALSE(page.title.empty()) << name;
-        for (const char* tag : {"html", "head", "body", "title", "main", "nav"}) EXPECT_TRUE(page.tags.count(tag)) << name << " lacks <" << tag << ">";
+        for (const char* tag : {"html", "head", "body", "title", "main", "nav"})
+            EXPECT_TRUE(page.tags.count(tag)) << name << " lacks <" << tag << ">";
         bool styled = false, home = false;
         for (const std::string& link : page.links) {
             const size_t hash = link.find('#');

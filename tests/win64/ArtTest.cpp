@@ -77,8 +77,8 @@ TEST(ModuleArt, CursorsIconAndSoundLoad) {
     Module module;
     ASSERT_NE(module.handle, nullptr);
     for (int id : {art::kCursorPreviewDrag, art::kCursorPreviewHover}) {
-        HCURSOR cursor = static_cast<HCURSOR>(
-            LoadImageA(module.handle, MAKEINTRESOURCEA(id), IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE));
+        HCURSOR cursor =
+            static_cast<HCURSOR>(LoadImageA(module.handle, MAKEINTRESOURCEA(id), IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE));
         ASSERT_NE(cursor, nullptr) << "cursor " << id;
         ICONINFO info{};
         ASSERT_TRUE(GetIconInfo(cursor, &info));
@@ -90,7 +90,8 @@ TEST(ModuleArt, CursorsIconAndSoundLoad) {
         DestroyCursor(cursor);
     }
     for (int size : art::kIconSizes) {
-        HICON icon = static_cast<HICON>(LoadImageA(module.handle, MAKEINTRESOURCEA(art::kIcon), IMAGE_ICON, size, size, 0));
+        HICON icon =
+            static_cast<HICON>(LoadImageA(module.handle, MAKEINTRESOURCEA(art::kIcon), IMAGE_ICON, size, size, 0));
         ASSERT_NE(icon, nullptr) << "icon " << art::kIcon << " at " << size;
         ICONINFO info{};
         ASSERT_TRUE(GetIconInfo(icon, &info));

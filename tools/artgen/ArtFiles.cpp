@@ -103,7 +103,8 @@ namespace {
 std::vector<uint8_t> IconImage(const RgbaImage& img) {
     const uint32_t maskRow = RowBytes(img.width, 1);
     Bytes b;
-    InfoHeader(b, img.width, img.height * 2, 32, uint32_t(img.width * img.height * 4) + maskRow * uint32_t(img.height), 0);
+    InfoHeader(b, img.width, img.height * 2, 32, uint32_t(img.width * img.height * 4) + maskRow * uint32_t(img.height),
+               0);
     for (int y = img.height - 1; y >= 0; --y)
         for (int x = 0; x < img.width; ++x) {
             const uint8_t* p = &img.pixels[(size_t(y) * img.width + x) * 4];
@@ -183,7 +184,8 @@ std::vector<ArtFile> BuildArtFiles(const Fonts& fonts, const std::string& folder
     };
     const std::map<int, Canvas> pictures = DrawBitmaps(fonts);
     for (const art::BitmapSpec& spec : art::kBitmaps)
-        add("bitmap-" + std::to_string(spec.id) + ".bmp", EncodeBmp(pictures.at(spec.id), spec.bits), spec.id, "BITMAP");
+        add("bitmap-" + std::to_string(spec.id) + ".bmp", EncodeBmp(pictures.at(spec.id), spec.bits), spec.id,
+            "BITMAP");
     for (int id : {art::kCursorPreviewDrag, art::kCursorPreviewHover})
         add("cursor-" + std::to_string(id) + ".cur", EncodeCursor(DrawCursor(id)), id, "CURSOR");
     std::vector<RgbaImage> icons;

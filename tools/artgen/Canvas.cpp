@@ -149,10 +149,14 @@ Path Path::RoundRect4(float x, float y, float w, float h, float tl, float tr, fl
         }
     };
     // Each corner's centre; a radius of 0 leaves the sharp corner itself.
-    if (tl > 0) corner(x + tl, y + tl, tl, kPi); else pts.push_back({x, y});
-    if (tr > 0) corner(x + w - tr, y + tr, tr, 1.5f * kPi); else pts.push_back({x + w, y});
-    if (br > 0) corner(x + w - br, y + h - br, br, 0.0f); else pts.push_back({x + w, y + h});
-    if (bl > 0) corner(x + bl, y + h - bl, bl, 0.5f * kPi); else pts.push_back({x, y + h});
+    if (tl > 0) corner(x + tl, y + tl, tl, kPi);
+    else pts.push_back({x, y});
+    if (tr > 0) corner(x + w - tr, y + tr, tr, 1.5f * kPi);
+    else pts.push_back({x + w, y});
+    if (br > 0) corner(x + w - br, y + h - br, br, 0.0f);
+    else pts.push_back({x + w, y + h});
+    if (bl > 0) corner(x + bl, y + h - bl, bl, 0.5f * kPi);
+    else pts.push_back({x, y + h});
     return Polygon(pts);
 }
 
@@ -278,8 +282,7 @@ Canvas Canvas::Crop(int x, int y, int w, int h) const {
     Canvas out(w, h, {0, 0, 0});
     for (int sy = 0; sy < h; ++sy)
         for (int sx = 0; sx < w; ++sx)
-            if (x + sx >= 0 && y + sy >= 0 && x + sx < width_ && y + sy < height_)
-                out.Set(sx, sy, Get(x + sx, y + sy));
+            if (x + sx >= 0 && y + sy >= 0 && x + sx < width_ && y + sy < height_) out.Set(sx, sy, Get(x + sx, y + sy));
     return out;
 }
 

@@ -13,7 +13,7 @@ struct Affine {
     float a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
     Point Apply(float x, float y) const { return {a * x + c * y + e, b * x + d * y + f}; }
     Affine Then(const Affine& outer) const {
-        return {outer.a * a + outer.c * b, outer.b * a + outer.d * b, outer.a * c + outer.c * d,
+        return {outer.a * a + outer.c * b, outer.b * a + outer.d * b,           outer.a * c + outer.c * d,
                 outer.b * c + outer.d * d, outer.a * e + outer.c * f + outer.e, outer.b * e + outer.d * f + outer.f};
     }
 };
@@ -67,9 +67,7 @@ std::vector<uint32_t> DecodeUtf8(const std::string& text) {
     return out;
 }
 
-uint32_t Font::U16(size_t at) const {
-    return at + 2 <= data_.size() ? uint32_t(data_[at]) << 8 | data_[at + 1] : 0;
-}
+uint32_t Font::U16(size_t at) const { return at + 2 <= data_.size() ? uint32_t(data_[at]) << 8 | data_[at + 1] : 0; }
 
 uint32_t Font::U32(size_t at) const { return U16(at) << 16 | U16(at + 2); }
 
@@ -182,8 +180,8 @@ void Font::AddGlyph(Path& out, int glyph, float scale, float x, float baseline, 
         Path& path;
         void Glyph(int g, const Affine& m, int level) const {
             if (g < 0 || g >= font.glyphCount_ || level > 8) return;
-            const size_t off = font.longLoca_ ? font.U32(font.loca_ + 4 * size_t(g))
-                                              : font.U16(font.loca_ + 2 * size_t(g)) * 2;
+            const size_t off =
+                font.longLoca_ ? font.U32(font.loca_ + 4 * size_t(g)) : font.U16(font.loca_ + 2 * size_t(g)) * 2;
             const size_t next = font.longLoca_ ? font.U32(font.loca_ + 4 * size_t(g) + 4)
                                                : font.U16(font.loca_ + 2 * size_t(g) + 2) * 2;
             if (next <= off) return;

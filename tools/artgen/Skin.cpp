@@ -54,8 +54,8 @@ void FillSolid(Canvas& c, const Path& p, Colour colour, float opacity = 1.0f) {
 }
 
 // Text with its baseline on a whole pixel row, as small type stays sharpest there.
-void DrawText(Canvas& c, const Font& font, const std::string& text, float size, float x, float baseline,
-              Colour colour, float tracking = 0.0f) {
+void DrawText(Canvas& c, const Font& font, const std::string& text, float size, float x, float baseline, Colour colour,
+              float tracking = 0.0f) {
     FillSolid(c, font.Text(text, size, std::round(x), std::round(baseline), tracking), colour);
 }
 
@@ -67,7 +67,8 @@ void CentredText(Canvas& c, const Font& font, const std::string& text, float siz
 // A ring: the band between two rounded rectangles.
 Path Ring(float x, float y, float w, float h, float r, float stroke) {
     Path p = Path::RoundRect(x, y, w, h, r);
-    p.Append(Path::RoundRect(x + stroke, y + stroke, w - 2 * stroke, h - 2 * stroke, std::max(0.0f, r - stroke)).Reversed());
+    p.Append(
+        Path::RoundRect(x + stroke, y + stroke, w - 2 * stroke, h - 2 * stroke, std::max(0.0f, r - stroke)).Reversed());
     return p;
 }
 
@@ -192,7 +193,8 @@ Canvas PresetsButton(const Fonts& f, State state) {
     ButtonBody(c, Path::RoundRect4(0, 0, 136, 32, 0, 16, 16, 0), 0, 32, state);
     FillSolid(c, Path::Rect(0, 0, 1, 32), Of(kBand));
     const Colour ink = ButtonInk(state);
-    for (int i = 0; i < 4; ++i) FillSolid(c, Path::RoundRect(13 + 8.5f * float(i % 2), 7.5f + 8.5f * float(i / 2), 7, 7, 1.5f), ink);
+    for (int i = 0; i < 4; ++i)
+        FillSolid(c, Path::RoundRect(13 + 8.5f * float(i % 2), 7.5f + 8.5f * float(i / 2), 7, 7, 1.5f), ink);
     DrawText(c, f.bold, "All Presets", 15, 36, 21.5f, ink);
     return c;
 }
@@ -219,7 +221,9 @@ using Mark = std::function<Path(float w, float h)>;
 Canvas GlyphButton(int w, int h, const Mark& mark, State state) {
     Canvas c(w, h, Of(kFace));
     if (state == State::Hover) FillSolid(c, Path::RoundRect(0.5f, 0.5f, float(w) - 1, float(h) - 1, 3), Of(kHover));
-    const Colour ink = state == State::Hover ? Of(kBand) : state == State::Disabled ? Mix(Of(kHover), Of(kFace), 0.35f) : Of(kTile);
+    const Colour ink = state == State::Hover      ? Of(kBand)
+                       : state == State::Disabled ? Mix(Of(kHover), Of(kFace), 0.35f)
+                                                  : Of(kTile);
     FillSolid(c, mark(float(w), float(h)), ink);
     return c;
 }
@@ -308,7 +312,8 @@ Canvas LiveButton(State state) {
     Canvas c(40, 38, Of(kBand));
     const bool on = state == State::On;
     if (on) {
-        c.Fill(Path::RoundRect(1, 3, 38, 32, 16), Paint::Vertical(Mix(Of(kGold), Of(kActive), 0.25f), Of(kGold), 3, 35));
+        c.Fill(Path::RoundRect(1, 3, 38, 32, 16),
+               Paint::Vertical(Mix(Of(kGold), Of(kActive), 0.25f), Of(kGold), 3, 35));
     } else {
         ButtonBody(c, Path::RoundRect(1, 3, 38, 32, 16), 3, 35, state);
     }
@@ -355,7 +360,8 @@ Canvas DrawerTitle(const Fonts& f, const std::string& title) {
 
 Canvas FolderRow(bool parent) {
     Canvas c(16, 14, Of(kListBack));
-    FillSolid(c, Path::Polygon({{0.5f, 2.5f}, {6.2f, 2.5f}, {7.7f, 4}, {14.5f, 4}, {14.5f, 12.5f}, {0.5f, 12.5f}}), Of(kTile));
+    FillSolid(c, Path::Polygon({{0.5f, 2.5f}, {6.2f, 2.5f}, {7.7f, 4}, {14.5f, 4}, {14.5f, 12.5f}, {0.5f, 12.5f}}),
+              Of(kTile));
     c.Fill(Path::Polygon({{1.5f, 3.5f}, {5.8f, 3.5f}, {7.3f, 5}, {13.5f, 5}, {13.5f, 11.5f}, {1.5f, 11.5f}}),
            Paint::Vertical(Mix(Of(kGold), Of(kActive), 0.35f), Of(kGold), 3, 12));
     FillSolid(c, Path::Rect(1.5f, 6.2f, 12, 1), Mix(Of(kGold), Of(kTile), 0.45f));
@@ -439,11 +445,11 @@ Canvas AboutPicture(const Fonts& f) {
     DrawText(c, f.bold, "VERSION", 11, 119, 254, Of(kQuiet), 1.2f);
     DrawText(c, f.bold, "Quenzit for hosts of the", 13, 38, 206, text);
     DrawText(c, f.bold, "Photoshop filter interface", 13, 38, 224, text);
-    const std::vector<std::string> lines = Wrap(
-        f.sans,
-        "Two washes, two lit surfaces and a background, each driven by a texture and shaped by "
-        "fractal noise, the selection's edge and color tables.",
-        12.5f, 215);
+    const std::vector<std::string> lines =
+        Wrap(f.sans,
+             "Two washes, two lit surfaces and a background, each driven by a texture and shaped by "
+             "fractal noise, the selection's edge and color tables.",
+             12.5f, 215);
     float y = 206;
     for (const std::string& line : lines) {
         DrawText(c, f.sans, line, 12.5f, 280, y, text);
@@ -489,7 +495,8 @@ Path HandShape(bool closed, float grow) {
     const float g = grow;
     p.Append(Path::RoundRect(8 - g, 13 - g, 17 + 2 * g, 14 + 2 * g, 5 + g));
     if (closed) {
-        for (int i = 0; i < 4; ++i) p.Append(Path::RoundRect(8.5f + 4.2f * float(i) - g, 9.5f - g, 4.2f + 2 * g, 7 + 2 * g, 2.1f + g));
+        for (int i = 0; i < 4; ++i)
+            p.Append(Path::RoundRect(8.5f + 4.2f * float(i) - g, 9.5f - g, 4.2f + 2 * g, 7 + 2 * g, 2.1f + g));
         p.Append(Path::RoundRect(4.5f - g, 15 - g, 6 + 2 * g, 4.5f + 2 * g, 2.2f + g));
     } else {
         const float tops[4] = {5.5f, 3.0f, 3.5f, 6.0f};
@@ -505,7 +512,8 @@ Path HandShape(bool closed, float grow) {
 } // namespace
 
 bool LoadFonts(const std::string& folder, Fonts& fonts, std::string& error) {
-    return fonts.sans.Load(folder + "/DejaVuSans.ttf", error) && fonts.bold.Load(folder + "/DejaVuSans-Bold.ttf", error);
+    return fonts.sans.Load(folder + "/DejaVuSans.ttf", error) &&
+           fonts.bold.Load(folder + "/DejaVuSans-Bold.ttf", error);
 }
 
 std::map<int, Canvas> DrawBitmaps(const Fonts& f) {
@@ -529,12 +537,17 @@ std::map<int, Canvas> DrawBitmaps(const Fonts& f) {
         Mark mark;
         int w, h;
     } glyphs[] = {
-        {kRotateCcwNormal, kRotateCcwHover, kRotateCcwDisabled, [](float w, float h) { return RotateMark(w, h, false); }, 18, 20},
-        {kRotateCwNormal, kRotateCwHover, kRotateCwDisabled, [](float w, float h) { return RotateMark(w, h, true); }, 18, 20},
-        {kUnlinkedNormal, kUnlinkedHover, kUnlinkedDisabled, [](float w, float h) { return LinkMark(w, h, false); }, 17, 19},
+        {kRotateCcwNormal, kRotateCcwHover, kRotateCcwDisabled,
+         [](float w, float h) { return RotateMark(w, h, false); }, 18, 20},
+        {kRotateCwNormal, kRotateCwHover, kRotateCwDisabled, [](float w, float h) { return RotateMark(w, h, true); },
+         18, 20},
+        {kUnlinkedNormal, kUnlinkedHover, kUnlinkedDisabled, [](float w, float h) { return LinkMark(w, h, false); }, 17,
+         19},
         {kLinkedNormal, kLinkedHover, kLinkedDisabled, [](float w, float h) { return LinkMark(w, h, true); }, 17, 19},
-        {kStripBackNormal, kStripBackHover, kStripBackDisabled, [](float w, float h) { return TriangleMark(w, h, true); }, 14, 25},
-        {kStripForwardNormal, kStripForwardHover, kStripForwardDisabled, [](float w, float h) { return TriangleMark(w, h, false); }, 12, 25},
+        {kStripBackNormal, kStripBackHover, kStripBackDisabled,
+         [](float w, float h) { return TriangleMark(w, h, true); }, 14, 25},
+        {kStripForwardNormal, kStripForwardHover, kStripForwardDisabled,
+         [](float w, float h) { return TriangleMark(w, h, false); }, 12, 25},
         {kZoomInNormal, kZoomInHover, kZoomInDisabled, [](float, float) { return ZoomMark(true); }, 18, 20},
         {kZoomOutNormal, kZoomOutHover, kZoomOutDisabled, [](float, float) { return ZoomMark(false); }, 18, 20},
     };

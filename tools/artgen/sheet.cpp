@@ -64,7 +64,8 @@ Canvas HeaderMock(const std::map<int, Canvas>& art, int width, bool hover, bool 
     Paste(c, art.at(hover ? art::kAutoHover : art::kAutoNormal), 453, 9);
     Paste(c, art.at(hover ? art::kHelpHover : art::kHelpNormal), width - 328, 19);
     Paste(c, art.at(hover ? art::kPresetsHover : art::kPresetsNormal), width - 202, 19);
-    const int about = fresh ? (hover ? art::kAboutNewHover : art::kAboutNewNormal) : (hover ? art::kAboutHover : art::kAboutNormal);
+    const int about =
+        fresh ? (hover ? art::kAboutNewHover : art::kAboutNewNormal) : (hover ? art::kAboutHover : art::kAboutNormal);
     Paste(c, art.at(about), 23, 18);
     return c;
 }
@@ -218,7 +219,8 @@ int main(int argc, char** argv) {
     for (uint32_t y = 0; y < image.height; ++y)
         for (uint32_t x = 0; x < image.width; ++x)
             for (int ch = 0; ch < 3; ++ch)
-                image.pixels[(size_t(y) * image.width + x) * 3 + ch] = rgb[(size_t(y / zoom) * done.Width() + x / zoom) * 3 + ch];
+                image.pixels[(size_t(y) * image.width + x) * 3 + ch] =
+                    rgb[(size_t(y / zoom) * done.Width() + x / zoom) * 3 + ch];
     if (!WritePng(output, image, error)) {
         std::fprintf(stderr, "qz-artsheet: %s\n", error.c_str());
         return 2;
