@@ -10,9 +10,9 @@
 #include <string>
 
 struct RenderOptions {
-    bool flat = false;      // drop the picture's alpha
-    bool cmyk = false;      // run an RGB picture as a CMYK document
-    std::string selection;  // mask file, or empty
+    bool flat = false;                                 // drop the picture's alpha
+    bool cmyk = false;                                 // run an RGB picture as a CMYK document
+    std::string selection;                             // mask file, or empty
     std::function<void(int done, int total)> progress; // the plug-in's reports as they come
 };
 
@@ -20,8 +20,8 @@ enum class RenderStatus { Done, BadInput, Failed };
 
 struct RenderResult {
     RenderStatus status = RenderStatus::Done;
-    std::string message;  // why it did not work
-    Picture picture;      // the result when done: CMYK when the document was
+    std::string message; // why it did not work
+    Picture picture;     // the result when done: CMYK when the document was
 };
 
 // The document a picture makes (RGB, or CMYK for a CMYK picture), its alpha the layer's

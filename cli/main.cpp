@@ -31,21 +31,20 @@ constexpr int kExitUsage = 1;
 constexpr int kExitInput = 2;
 constexpr int kExitRender = 3;
 
-const char kToolHelp[] =
-    "Usage: quenzit COMMAND [options]\n"
-    "\n"
-    "Runs the Quenzit filter without a host, for batch work.\n"
-    "\n"
-    "Commands:\n"
-    "  render [options] INPUT...   distress pictures (quenzit render --help)\n"
-    "  params                      every parameter key with its field, type, default and range\n"
-    "  preset show FILE            the parameters a preset file sets\n"
-    "  texture pack|info ...       texture files (.qzt): quenzit texture --help\n"
-    "\n"
-    "quenzit COMMAND --help tells more about a command.\n"
-    "\n"
-    "Exit status: 0 done; 1 usage error; 2 a file could not be read or written;\n"
-    "3 the filter failed on a picture.\n";
+const char kToolHelp[] = "Usage: quenzit COMMAND [options]\n"
+                         "\n"
+                         "Runs the Quenzit filter without a host, for batch work.\n"
+                         "\n"
+                         "Commands:\n"
+                         "  render [options] INPUT...   distress pictures (quenzit render --help)\n"
+                         "  params                      every parameter key with its field, type, default and range\n"
+                         "  preset show FILE            the parameters a preset file sets\n"
+                         "  texture pack|info ...       texture files (.qzt): quenzit texture --help\n"
+                         "\n"
+                         "quenzit COMMAND --help tells more about a command.\n"
+                         "\n"
+                         "Exit status: 0 done; 1 usage error; 2 a file could not be read or written;\n"
+                         "3 the filter failed on a picture.\n";
 
 const char kRenderHelp[] =
     "Usage: quenzit render [options] INPUT...\n"
@@ -80,19 +79,17 @@ const char kRenderHelp[] =
     "still run. Exit status: 0 all done; 1 usage error (nothing is rendered); 2 a file could\n"
     "not be read or written; 3 the filter failed on a picture.\n";
 
-const char kParamsHelp[] =
-    "Usage: quenzit params\n"
-    "\n"
-    "Lists every key that --set and presets take: the record's field, the type the key\n"
-    "travels as, its default and the range the dialog keeps to (- when there is none).\n"
-    "Booleans take true, false, 1 or 0; colours an integer, 0x hexadecimal allowed.\n";
+const char kParamsHelp[] = "Usage: quenzit params\n"
+                           "\n"
+                           "Lists every key that --set and presets take: the record's field, the type the key\n"
+                           "travels as, its default and the range the dialog keeps to (- when there is none).\n"
+                           "Booleans take true, false, 1 or 0; colours an integer, 0x hexadecimal allowed.\n";
 
-const char kPresetHelp[] =
-    "Usage: quenzit preset show FILE\n"
-    "\n"
-    "Lists the fields a preset file (.qztpst) sets, with the values it gives them: key (- for\n"
-    "fields without one), field and value. Link flags and the colours of colour presets are\n"
-    "listed too.\n";
+const char kPresetHelp[] = "Usage: quenzit preset show FILE\n"
+                           "\n"
+                           "Lists the fields a preset file (.qztpst) sets, with the values it gives them: key (- for\n"
+                           "fields without one), field and value. Link flags and the colours of colour presets are\n"
+                           "listed too.\n";
 
 int Usage(const std::string& message, const char* command = nullptr) {
     std::fprintf(stderr, "quenzit: %s\n(quenzit %s--help tells the options)\n", message.c_str(),
@@ -222,8 +219,7 @@ int Render(int argc, char** argv) {
         std::set<fs::path> seen;
         for (const std::string& in : inputs) {
             const fs::path out = fs::path(output) / fs::path(in).filename().replace_extension(OutputExtensionFor(in));
-            if (!seen.insert(out).second)
-                return Usage("two inputs would both be written to " + out.string(), "render");
+            if (!seen.insert(out).second) return Usage("two inputs would both be written to " + out.string(), "render");
             outputs.push_back(out);
         }
     } else if (!output.empty()) {
@@ -251,8 +247,9 @@ int Render(int argc, char** argv) {
     // The plug-in finds its data folder beside its own module.
     SetModuleFilePathOverride((canonicalData.parent_path() / "Quenzit64.8bf").string());
 
-    if (randomSeed) std::fprintf(stderr, "quenzit: the Auto look of seed %lld (--random=%lld makes it again)\n",
-                                 static_cast<long long>(*randomSeed), static_cast<long long>(*randomSeed));
+    if (randomSeed)
+        std::fprintf(stderr, "quenzit: the Auto look of seed %lld (--random=%lld makes it again)\n",
+                     static_cast<long long>(*randomSeed), static_cast<long long>(*randomSeed));
     if (!presets.empty() || randomSeed) {
         std::string error;
         if (!PutRecord(presets, randomSeed, played, error)) {

@@ -3,8 +3,7 @@
 
 #include "host/Session.h"
 
-template <typename Table>
-class HostSuite {
+template <typename Table> class HostSuite {
 public:
     HostSuite(const char* name, int32 version) : name_(name), version_(version) {
         const void* table = nullptr;

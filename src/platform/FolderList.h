@@ -20,5 +20,4 @@ struct FolderEntry {
 // and ".." first and sorts the rest case-insensitively, so listings are
 // deterministic. Replaces the contents of `entries`. Returns false, with
 // `entries` empty, when the folder cannot be opened.
-bool ListFolder(const std::string& folder, const std::string& pattern,
-                std::vector<FolderEntry>& entries) noexcept;
+bool ListFolder(const std::string& folder, const std::string& pattern, std::vector<FolderEntry>& entries) noexcept;

@@ -34,8 +34,7 @@ bool GlobMatch(const char* pattern, const char* name) {
             return false;
         }
     }
-    while (*pattern == '*')
-        ++pattern;
+    while (*pattern == '*') ++pattern;
     return *pattern == '\0';
 }
 
@@ -47,9 +46,7 @@ bool NameMatches(const std::string& pattern, const char* name) {
            GlobMatch(pattern.substr(0, n - 2).c_str(), name);
 }
 
-int Rank(const std::string& name) {
-    return name == "." ? 0 : name == ".." ? 1 : 2;
-}
+int Rank(const std::string& name) { return name == "." ? 0 : name == ".." ? 1 : 2; }
 
 // "." and ".." first, then case-insensitive order; ties by bytes so the order is total.
 bool ListedBefore(const FolderEntry& a, const FolderEntry& b) {
@@ -64,8 +61,7 @@ bool ListedBefore(const FolderEntry& a, const FolderEntry& b) {
 
 } // namespace
 
-bool ListFolder(const std::string& folder, const std::string& pattern,
-                std::vector<FolderEntry>& entries) noexcept {
+bool ListFolder(const std::string& folder, const std::string& pattern, std::vector<FolderEntry>& entries) noexcept {
     entries.clear();
     try {
         std::string base = folder.empty() ? "." : folder;
