@@ -2,6 +2,7 @@
 // run does it: inflate, enlarge to cover (2.5 times), orient, and the full-size prepare
 // that cuts the texture at its offsets. Reported per output pixel of the filter rectangle.
 #include "effects/EffectLayer.h"
+#include "state/DialogState.h"
 #include "state/PathTable.h"
 #include "state/WorkImages.h"
 #include "raster/Raster.h"
