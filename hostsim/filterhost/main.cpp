@@ -7,14 +7,15 @@
 #include <windows.h>
 #else
 #include "host/PluginMain.h"
-#include "platform/ModulePath.h"
 
 #include <filesystem>
 #endif
 
+#include "ParameterArgs.h"
 #include "hostsim/Host.h"
 #include "hostsim/Pam.h"
 #include "hostsim/Registry.h"
+#include "platform/ModulePath.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -22,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,6 +57,9 @@ const char kHelp[] =
     "                      The native build takes the plug-in to lie beside it; the Windows\n"
     "                      module always reads the Quenzit folder beside itself, so there DIR\n"
     "                      must be that folder and the option changes nothing.\n"
+    "  --random=SEED       play the Auto look (random effects) of SEED, worked out by this\n"
+    "                      program's copy of the filter's code over the data folder the module\n"
+    "                      reads; KEY=VALUE arguments then change it.\n"
     "  --registry FILE     the descriptor registry: read before the run when FILE exists, and its\n"
     "                      persistent entries written back after it.\n"
     "  --no-suite NAME     play a host without NAME (may be repeated). NAME is a suite's full\n"
@@ -219,8 +224,17 @@ int main(int argc, char** argv) {
     bool dialog = false, cmyk = false;
     HostOptions options;
     Descriptor played;
+    std::vector<std::string> keys;
+    std::optional<int64_t> randomSeed;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
+        if (arg.compare(0, 9, "--random=") == 0) {
+            errno = 0;
+            char* end = nullptr;
+            randomSeed = std::strtoll(arg.c_str() + 9, &end, 10);
+            if (arg.size() == 9 || *end || errno) return Usage("--random=SEED needs a whole number");
+            continue;
+        }
         const auto value = [&](std::string& into) {
             if (i + 1 >= argc) return false;
             into = argv[++i];
@@ -252,8 +266,10 @@ int main(int argc, char** argv) {
         } else if (arg.compare(0, 2, "--") == 0) {
             return Usage("unknown option " + arg);
         } else {
-            const std::string err = AddKey(arg, played);
+            Descriptor scratch;
+            const std::string err = AddKey(arg, scratch);
             if (!err.empty()) return Usage(err);
+            keys.push_back(arg);
         }
     }
     if (inPath.empty() || outPath.empty()) return Usage("--in and --out are required");
@@ -269,6 +285,13 @@ int main(int argc, char** argv) {
     }
     static_assert(sizeof entry == sizeof proc);
     std::memcpy(&entry, &proc, sizeof entry);
+    // The Auto look reads the data folder the module reads: the one beside it.
+    char full[MAX_PATH];
+    const DWORD length = GetFullPathNameA(plugin.c_str(), MAX_PATH, full, nullptr);
+    if (length > 0 && length < MAX_PATH) {
+        const std::string path(full, length);
+        SetModuleFilePathOverride(path.substr(0, path.find_last_of("\\/") + 1) + "Quenzit64.8bf");
+    }
 #else
     if (!plugin.empty()) return Usage("--plugin needs the Windows build; this one runs the plug-in linked into it");
     entry = &PluginMain;
@@ -281,8 +304,14 @@ int main(int argc, char** argv) {
     }
 #endif
 
-    PamImage image;
     std::string error;
+    if (randomSeed && !PutRecord({}, randomSeed, played, error)) {
+        std::fprintf(stderr, "filterhost: %s\n", error.c_str());
+        return kExitInput;
+    }
+    for (const std::string& key : keys) AddKey(key, played);
+
+    PamImage image;
     if (!ReadPam(inPath, image, error)) {
         std::fprintf(stderr, "filterhost: %s\n", error.c_str());
         return kExitInput;
