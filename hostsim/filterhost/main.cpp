@@ -6,6 +6,7 @@
 #define NOMINMAX
 #include <windows.h>
 #else
+#include "host/PathTable.h"
 #include "host/PluginMain.h"
 
 #include <filesystem>
@@ -53,10 +54,10 @@ const char kHelp[] =
     "  --dialog            play the step with its dialog (playInfo 1); default: dialog off (0).\n"
     "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
     "                      conversion); the result is then written as CMYK.\n"
-    "  --data DIR          the plug-in's data folder (textures, presets), a folder named Quenzit.\n"
-    "                      The native build takes the plug-in to lie beside it; the Windows\n"
-    "                      module always reads the Quenzit folder beside itself, so there DIR\n"
-    "                      must be that folder and the option changes nothing.\n"
+    "  --data DIR          the plug-in's data folder (textures, presets), of any name, for the\n"
+    "                      native build. The Windows module always reads the Quenzit folder\n"
+    "                      beside itself, so there DIR must be that folder and the option\n"
+    "                      changes nothing.\n"
     "  --random=SEED       play the Auto look (random effects) of SEED, worked out by this\n"
     "                      program's copy of the filter's code over the data folder the module\n"
     "                      reads; KEY=VALUE arguments then change it.\n"
@@ -298,9 +299,9 @@ int main(int argc, char** argv) {
     if (!dataPath.empty()) {
         std::filesystem::path data(dataPath);
         if (!data.has_filename()) data = data.parent_path();
-        if (data.filename() != "Quenzit") return Usage("--data needs a folder named Quenzit");
-        // The plug-in finds its data folder beside its own module.
+        // Any folder: the plug-in is told where it is, its module taken to stand beside it.
         SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+        SetDataFolderOverride(data.string());
     }
 #endif
 
