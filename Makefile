@@ -8,7 +8,7 @@ ASAN     := build/asan
 WIN64    := build/win64
 CTEST    := ctest --output-on-failure -j $(JOBS)
 
-.PHONY: all deps photos native asan win64 test test-native test-asan test-win64 demo clean
+.PHONY: all deps photos native asan win64 test test-native test-asan test-win64 demo format clean
 
 all: native win64
 
@@ -52,6 +52,10 @@ demo: win64 photos
 	@bash tools/stage-dist.sh $(WIN64)/bin $(NATIVE)/data/Quenzit dist/Quenzit-win64
 	@echo "Staged dist/Quenzit-win64/"
 	@bash tools/demo-renders.sh $(NATIVE)/bin $(NATIVE)/data/Quenzit build/photos out/demo
+
+# Every source as .clang-format says; a test of the native build checks it stays so.
+format: deps
+	@bash tools/format.sh
 
 clean:
 	rm -rf build dist out

@@ -1,14 +1,12 @@
-// The engine's globals set as a run sets them, without a host: a record of an RGB
-// document, the default parameters, and work images holding a noisy picture. The
+// The engine's globals set as a run sets them, without a host: an RGB document, the default parameters, and work images holding a noisy picture. The
 // benchmarks drive the stages themselves on top of it.
 #pragma once
 
 #include "effects/EffectLayer.h"
-#include "host/Acquisition.h"
-#include "host/DialogState.h"
-#include "host/Parameters.h"
-#include "host/Session.h"
-#include "raster/TextureLoading.h"
+#include "state/DialogState.h"
+#include "state/Parameters.h"
+#include "state/WorkImages.h"
+#include "effects/LayerTexture.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,9 +17,8 @@ public:
     // A document of docWidth by docHeight seen through a work area of workWidth by
     // workHeight: at full size they are the same, in a preview the scale is their ratio.
     EngineWithoutHost(int32_t docWidth, int32_t docHeight, int32_t workWidth, int32_t workHeight, bool dialog) {
-        record_.planes = 3;
-        record_.imageMode = plugInModeRGBColor;
-        gFilterRecord = &record_;
+        DocumentPlanes = 3;
+        ModeIsCMYK = false;
         gParams = &params_;
         InitParameters();
         DialogOpen = dialog;
@@ -43,13 +40,12 @@ public:
         DialogOpen = false;
         SourceImage = WorkImage = nullptr;
         gParams = nullptr;
-        gFilterRecord = nullptr;
+        DocumentPlanes = 0;
     }
     EngineWithoutHost(const EngineWithoutHost&) = delete;
     EngineWithoutHost& operator=(const EngineWithoutHost&) = delete;
 
 private:
-    FilterRecord record_ = {};
     FilterParameters params_ = {};
     std::vector<uint8_t> source_, work_;
 };

@@ -2,7 +2,7 @@
 // the plug-in as it finds its own beside its module.
 #pragma once
 
-#include "host/PathTable.h"
+#include "state/PathTable.h"
 #include "platform/ModulePath.h"
 
 #include <benchmark/benchmark.h>

@@ -3,8 +3,8 @@
 // work pixel), the default look with the generated textures. Each case changes one
 // setting the way the dialog's control does, then times RenderLayers alone.
 #include "effects/Engine.h"
-#include "host/Parameters.h"
-#include "host/RenderDriver.h"
+#include "state/Parameters.h"
+#include "effects/RenderDriver.h"
 
 #include "EngineWithoutHost.h"
 #include "GeneratedData.h"

@@ -3,10 +3,10 @@
 // that cuts the texture at its offsets. Reported per output pixel of the filter rectangle.
 #include "effects/EffectLayer.h"
 #include "host/Acquisition.h"
-#include "host/PathTable.h"
+#include "state/PathTable.h"
 #include "host/Session.h"
 #include "raster/Raster.h"
-#include "raster/TextureLoading.h"
+#include "effects/LayerTexture.h"
 
 #include <benchmark/benchmark.h>
 #include <zlib.h>

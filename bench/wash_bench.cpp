@@ -7,7 +7,7 @@
 #include "effects/Engine.h"
 #include "effects/Noise.h"
 #include "effects/WashMask.h"
-#include "host/RenderDriver.h"
+#include "effects/RenderDriver.h"
 #include "hostsim/Descriptor.h"
 #include "hostsim/Host.h"
 #include "host/PluginMain.h"

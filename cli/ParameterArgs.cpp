@@ -1,7 +1,7 @@
 #include "ParameterArgs.h"
 
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "presets/PresetFormat.h"
 #include "presets/RandomEffects.h"
 
@@ -28,29 +28,11 @@ const LinkKey kLinkKeys[] = {{"ILkW", &LinkWash}, {"ILkS", &LinkSurface}, {"ILkB
 
 constexpr DescriptorEnumTypeID kDispositionType = FourCC("mooD");
 
-DescriptorKeyID KeyOf(const char* key) {
-    return DescriptorKeyID(uint8_t(key[0])) << 24 | DescriptorKeyID(uint8_t(key[1])) << 16 |
-           DescriptorKeyID(uint8_t(key[2])) << 8 | DescriptorKeyID(uint8_t(key[3]));
-}
-
-// How the plug-in reads a key from a played step; ignS is a byte read as a boolean.
-enum class Wire { Boolean, Integer, Float, Text, Percent, Disposition };
-
-Wire WireOf(const ParameterField& f) {
-    if (std::strcmp(f.key, "Amnt") == 0) return Wire::Percent;
-    if (std::strcmp(f.key, "disP") == 0) return Wire::Disposition;
-    if (std::strcmp(f.key, "ignS") == 0) return Wire::Boolean;
-    switch (f.kind) {
-    case FieldKind::Flag: return Wire::Boolean;
-    case FieldKind::Float: return Wire::Float;
-    case FieldKind::Name: return Wire::Text;
-    default: return Wire::Integer;
-    }
-}
+using Wire = ValueWire;
 
 const char* WireName(Wire w) {
     switch (w) {
-    case Wire::Boolean: return "boolean";
+    case Wire::Bool: return "boolean";
     case Wire::Integer: return "integer";
     case Wire::Float: return "float";
     case Wire::Text: return "name";
@@ -61,9 +43,9 @@ const char* WireName(Wire w) {
 }
 
 void PutValue(Descriptor& d, const char* key, Wire wire, double number, const std::string& text) {
-    const DescriptorKeyID k = KeyOf(key);
+    const DescriptorKeyID k = FourCC(key);
     switch (wire) {
-    case Wire::Boolean: d.PutBoolean(k, number != 0); break;
+    case Wire::Bool: d.PutBoolean(k, number != 0); break;
     case Wire::Integer: d.PutInteger(k, int32(number)); break;
     case Wire::Float: d.PutFloat(k, number); break;
     case Wire::Text: d.PutText(k, text); break;
@@ -177,7 +159,7 @@ std::string PutSetting(const std::string& setting, Descriptor& played, std::vect
     const Wire wire = WireOf(*f);
     double number = 0;
     switch (wire) {
-    case Wire::Boolean:
+    case Wire::Bool:
         if (value == "true" || value == "1") number = 1;
         else if (value != "false" && value != "0") return key + ": \"" + value + "\" is not true, false, 1 or 0";
         break;
@@ -201,7 +183,7 @@ std::string PutSetting(const std::string& setting, Descriptor& played, std::vect
         break;
     }
     }
-    if (f->minimum != f->maximum && wire != Wire::Boolean && (number < f->minimum || number > f->maximum))
+    if (f->minimum != f->maximum && wire != Wire::Bool && (number < f->minimum || number > f->maximum))
         warnings.push_back(key + "=" + value + " is outside " + std::to_string(f->minimum) + ".." +
                            std::to_string(f->maximum) + "; taken as it is, as from a script");
     else if ((f->kind == FieldKind::Byte && (number < 0 || number > 255)) ||
@@ -227,12 +209,12 @@ void PrintParameterTable(std::FILE* out) {
             char number[32];
             std::snprintf(number, sizeof number, "%g", f.defaultValue);
             def = number;
-        } else if (WireOf(f) == Wire::Boolean) {
+        } else if (WireOf(f) == Wire::Bool) {
             def = f.defaultValue != 0 ? "true" : "false";
         } else {
             def = std::to_string(int64_t(f.defaultValue));
         }
-        const std::string range = f.minimum != f.maximum && WireOf(f) != Wire::Boolean
+        const std::string range = f.minimum != f.maximum && WireOf(f) != Wire::Bool
                                       ? std::to_string(f.minimum) + ".." + std::to_string(f.maximum)
                                       : "-";
         std::fprintf(out, "%-4s  %-26s  %-11s  %-18s  %s\n", f.key, f.name,

@@ -147,7 +147,7 @@ bool SaveLook(const std::string& path, const std::vector<uint8_t>& block, std::s
     gParams = &record;
     const std::string part = path + ".part";
     std::FILE* file = std::fopen(part.c_str(), "wb");
-    bool ok = file && WritePresetFile(file, kPresetUser);
+    bool ok = file && WritePresetFile(file, PresetUser);
     if (file && std::fclose(file) != 0) ok = false;
     gParams = saved;
     std::error_code ec;

@@ -1,5 +1,5 @@
 // Fuzz target for the ini reader: any bytes as "Quenzit.ini", read into a fresh record.
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "presets/UiSettings.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // Fuzz target for the preset reader: the line reader, the tokens and every key's action.
 // Byte 0: bit 0 puts the right first line in front, so the fuzzer reaches the keys;
 // bit 1 starts under version 1. Every name must stay within its field.
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "presets/PresetFormat.h"
 
 #include <cstdint>

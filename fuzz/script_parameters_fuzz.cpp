@@ -4,7 +4,7 @@
 #include "hostsim/Descriptor.h"
 #include "hostsim/Host.h"
 #include "hostsim/Scripting.h"
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "host/ScriptParameters.h"
 #include "host/Session.h"
 

@@ -11,13 +11,13 @@
 namespace hostsim {
 namespace {
 
-enum class Kind { kDescriptor, kList, kReference };
+enum class Kind { Descriptor, List, Reference };
 
 const char* KindName(Kind kind) {
     switch (kind) {
-    case Kind::kDescriptor:
+    case Kind::Descriptor:
         return "action descriptor";
-    case Kind::kList:
+    case Kind::List:
         return "action list";
     default:
         return "action reference";
@@ -25,7 +25,7 @@ const char* KindName(Kind kind) {
 }
 
 struct Object {
-    Kind kind = Kind::kDescriptor;
+    Kind kind = Kind::Descriptor;
     bool freed = false;
     bool leakReported = false;
     Descriptor descriptor;
@@ -122,17 +122,17 @@ Object* Find(State* s, const void* token, Kind kind, const char* op) {
 }
 
 Descriptor* D(PIActionDescriptor token, const char* op) {
-    Object* o = Find(Cur(op), token, Kind::kDescriptor, op);
+    Object* o = Find(Cur(op), token, Kind::Descriptor, op);
     return o ? &o->descriptor : nullptr;
 }
 
 ValueList* L(PIActionList token, const char* op) {
-    Object* o = Find(Cur(op), token, Kind::kList, op);
+    Object* o = Find(Cur(op), token, Kind::List, op);
     return o ? &o->list : nullptr;
 }
 
 Reference* R(PIActionReference token, const char* op) {
-    Object* o = Find(Cur(op), token, Kind::kReference, op);
+    Object* o = Find(Cur(op), token, Kind::Reference, op);
     return o ? &o->reference : nullptr;
 }
 
@@ -145,19 +145,19 @@ Object* NewObject(State* s, Kind kind) {
 }
 
 PIActionDescriptor NewDescriptorObject(State* s, const Descriptor& d) {
-    Object* o = NewObject(s, Kind::kDescriptor);
+    Object* o = NewObject(s, Kind::Descriptor);
     o->descriptor = d;
     return reinterpret_cast<PIActionDescriptor>(o);
 }
 
 PIActionList NewListObject(State* s, const ValueList& l) {
-    Object* o = NewObject(s, Kind::kList);
+    Object* o = NewObject(s, Kind::List);
     o->list = l;
     return reinterpret_cast<PIActionList>(o);
 }
 
 PIActionReference NewReferenceObject(State* s, const Reference& r) {
-    Object* o = NewObject(s, Kind::kReference);
+    Object* o = NewObject(s, Kind::Reference);
     o->reference = r;
     return reinterpret_cast<PIActionReference>(o);
 }
@@ -381,7 +381,7 @@ OSErr QZ_HOSTCALL DMake(PIActionDescriptor* out) {
 }
 
 OSErr QZ_HOSTCALL DFree(PIActionDescriptor d) {
-    return Guard([&] { return FreeObject(d, Kind::kDescriptor); });
+    return Guard([&] { return FreeObject(d, Kind::Descriptor); });
 }
 
 OSErr QZ_HOSTCALL DGetType(PIActionDescriptor d, DescriptorKeyID key, DescriptorTypeID* type) {
@@ -725,7 +725,7 @@ OSErr QZ_HOSTCALL LMake(PIActionList* out) {
 }
 
 OSErr QZ_HOSTCALL LFree(PIActionList l) {
-    return Guard([&] { return FreeObject(l, Kind::kList); });
+    return Guard([&] { return FreeObject(l, Kind::List); });
 }
 
 OSErr QZ_HOSTCALL LGetType(PIActionList l, uint32 index, DescriptorTypeID* type) {
@@ -976,7 +976,7 @@ OSErr QZ_HOSTCALL RMake(PIActionReference* out) {
 }
 
 OSErr QZ_HOSTCALL RFree(PIActionReference r) {
-    return Guard([&] { return FreeObject(r, Kind::kReference); });
+    return Guard([&] { return FreeObject(r, Kind::Reference); });
 }
 
 OSErr QZ_HOSTCALL RGetForm(PIActionReference r, DescriptorFormID* form) {
@@ -1398,7 +1398,7 @@ PIActionDescriptor ActionSuites::NewDescriptor(const Descriptor& descriptor) {
 
 const Descriptor* ActionSuites::FindDescriptor(PIActionDescriptor descriptor,
                                                const char* operation) {
-    Object* o = Find(state_.get(), descriptor, Kind::kDescriptor, operation);
+    Object* o = Find(state_.get(), descriptor, Kind::Descriptor, operation);
     return o ? &o->descriptor : nullptr;
 }
 
@@ -1415,7 +1415,7 @@ std::vector<std::string> ActionSuites::TakeMisuse() {
             ++leaked[int(o->kind)];
         }
     }
-    for (Kind kind : {Kind::kDescriptor, Kind::kList, Kind::kReference}) {
+    for (Kind kind : {Kind::Descriptor, Kind::List, Kind::Reference}) {
         if (leaked[int(kind)] > 0)
             s.misuse.push_back("Free: " + std::to_string(leaked[int(kind)]) + " " + KindName(kind) +
                                "(s) never freed");

@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  cmake make g++ clang
+  cmake make g++ clang clang-format
   zlib1g-dev libpng-dev libjpeg62-turbo-dev libtiff-dev
   googletest libgtest-dev libbenchmark-dev
   g++-mingw-w64-x86-64-posix libz-mingw-w64-dev

@@ -1,6 +1,6 @@
 #include "ImageFiles.h"
 
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "host/PluginMain.h"
 #include "hostsim/Host.h"
 #include "hostsim/Registry.h"

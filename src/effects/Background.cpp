@@ -3,12 +3,12 @@
 #include "effects/ByteFraction.h"
 #include "effects/ColorConversion.h"
 #include "effects/EffectLayer.h"
-#include "host/Acquisition.h"
-#include "host/DialogState.h"
-#include "host/Parameters.h"
-#include "host/Progress.h"
-#include "host/RenderDriver.h"
-#include "host/ViewState.h"
+#include "state/WorkImages.h"
+#include "state/DialogState.h"
+#include "state/Parameters.h"
+#include "state/Progress.h"
+#include "effects/RenderDriver.h"
+#include "state/ViewState.h"
 #include "platform/PageMemory.h"
 #include "raster/Raster.h"
 
@@ -175,7 +175,7 @@ void PlaceBackground(EffectLayer& layer) {
         uint8_t* out = direct ? line.data() : BackgroundImage + size_t(y) * WorkRowBytes;
         PlaceRow(toning, layer, samples + size_t(y) * stride, w, out);
         if (direct) CompositeRow(y, line.data(), entire);
-        ReportProgress(float(ProgressPercent + ProgressSpan * y / h), 100);
+        ReportStageProgress(y, h);
     }
     if (direct) {
         // Rows the texture does not reach have no background, as in a fresh image.

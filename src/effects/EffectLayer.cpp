@@ -3,14 +3,14 @@
 #include "effects/Background.h"
 #include "effects/Surface.h"
 #include "effects/WashMask.h"
-#include "host/Acquisition.h"
-#include "host/Parameters.h"
-#include "host/Progress.h"
-#include "host/Session.h"
+#include "state/WorkImages.h"
+#include "state/Parameters.h"
+#include "state/DialogState.h"
+#include "state/Progress.h"
 #include "platform/PageMemory.h"
-#include "host/ViewState.h"
+#include "state/ViewState.h"
 #include "raster/Raster.h"
-#include "raster/TextureLoading.h"
+#include "effects/LayerTexture.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -85,8 +85,6 @@ extern EffectLayer BackgroundLayer;
 // The surface must be shaded again (a new View, depth or light).
 extern int32_t SurfaceShadeDirty;
 
-inline constexpr const char* kNoTextureName = "No_Texture.qzt";
-
 // The texture name gParams holds for one of the five layers.
 const char* LayerFileName(const EffectLayer& layer);
 // The no-texture rule: such a layer is skipped by every stage of a render.

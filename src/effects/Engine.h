@@ -4,9 +4,10 @@
 
 #include "effects/Background.h"
 #include "effects/EffectLayer.h"
+#include "effects/LayerTexture.h"
 #include "effects/Surface.h"
 #include "effects/WashMask.h"
+#include "state/WorkImages.h"
 
-void PrepareLayerTexture(EffectLayer& layer); // clears GeometryDirty
 void CompositeWash(EffectLayer& layer);
-void CompositeWashToMask(EffectLayer& layer);
+void CompositeWashToMask(EffectLayer& layer, const HostPlanes& out);

@@ -1,8 +1,8 @@
 // Coverage noise.
 #include "effects/Noise.h"
 
-#include "host/Acquisition.h"
-#include "host/Progress.h"
+#include "state/WorkImages.h"
+#include "state/Progress.h"
 #include "raster/Raster.h"
 
 #include <algorithm>
@@ -46,7 +46,7 @@ bool Setup(Raster* raster, NoiseColor low, NoiseColor high, double feature, Fill
 }
 
 void ReportRow(int32_t row, int32_t rows) {
-    ReportProgress(float(ProgressPercent + int32_t(int64_t(ProgressSpan) * row / rows)), 100);
+    ReportStageProgress(row, rows);
 }
 
 std::unique_ptr<NoiseField> NewField(int32_t seed) {

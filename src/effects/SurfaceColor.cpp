@@ -1,7 +1,7 @@
 #include "effects/SurfaceColor.h"
 
 #include "effects/ColorConversion.h"
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 
 #include <algorithm>
 

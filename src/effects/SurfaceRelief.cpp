@@ -3,11 +3,11 @@
 #include "effects/Surface.h"
 #include "effects/SurfaceInternal.h"
 #include "effects/Trig.h"
-#include "host/Acquisition.h"
-#include "host/DialogState.h"
-#include "host/Parameters.h"
-#include "host/RenderDriver.h"
-#include "host/ViewState.h"
+#include "state/WorkImages.h"
+#include "state/DialogState.h"
+#include "state/Parameters.h"
+#include "effects/RenderDriver.h"
+#include "state/ViewState.h"
 #include "raster/Raster.h"
 
 #include <algorithm>
@@ -145,7 +145,8 @@ void BuildSurfaceRelief(bool first, bool second) {
 }
 
 float SlopeGain(double divisor) {
-    // Reading kept: the gain is worked out in double and kept in f32, as the shade is.
+    // Double for the arithmetic, f32 for the result: the shade stores its factors the same
+    // way, and the bytes of a look depend on both widths.
     return float(std::sqrt(double(SurfaceDepthForLight()) / 100.0) * 150.0 / PreviewScale / divisor);
 }
 

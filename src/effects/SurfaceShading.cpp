@@ -3,10 +3,10 @@
 #include "effects/SurfaceColor.h"
 #include "effects/SurfaceInternal.h"
 #include "effects/Surface.h"
-#include "host/Acquisition.h"
-#include "host/Parameters.h"
-#include "host/Progress.h"
-#include "host/RenderDriver.h"
+#include "state/WorkImages.h"
+#include "state/Parameters.h"
+#include "state/Progress.h"
+#include "effects/RenderDriver.h"
 #include "raster/Raster.h"
 
 #include <algorithm>
@@ -157,8 +157,9 @@ void ShadeSurface() {
             int32_t* pixel = &pictures[size_t(x) * 3];
             if (perspective) {
                 // The picture lies on the relief: shifted up by its height, lifted by
-                // `shift` so the average stays in place, between two rows. Reading kept:
-                // the row below takes 1 - f, so at depth 0 the picture moves up a row.
+                // `shift` so the average stays in place, between two rows. The row below
+                // takes 1 - f, so at depth 0 the picture still moves up a row; looks stored
+                // with perspective depend on that shift.
                 const float z = float(relief[x]) * g2;
                 const int32_t zi = int32_t(z);
                 const int32_t row = std::clamp(shift + y - zi, 0, h - 1);
@@ -194,7 +195,7 @@ void ShadeSurface() {
         }
         follow.CopyRow(y, maskRows.data(), w);
         // The pass runs upward, and so does its progress.
-        ReportProgress(float(ProgressPercent + ProgressSpan * y / h), 100);
+        ReportStageProgress(y, h);
     }
 }
 

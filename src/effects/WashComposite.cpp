@@ -4,11 +4,9 @@
 #include "effects/Engine.h"
 #include "effects/Noise.h"
 #include "effects/SurfaceColor.h"
-#include "host/Acquisition.h"
-#include "host/Progress.h"
-#include "host/Rectangles.h"
-#include "host/RenderDriver.h"
-#include "host/Session.h"
+#include "state/WorkImages.h"
+#include "state/Progress.h"
+#include "effects/RenderDriver.h"
 #include "raster/Raster.h"
 
 #include <algorithm>
@@ -116,24 +114,22 @@ void CompositeWash(EffectLayer& layer) {
             keep[size_t(x)] = k;
         }
         ApplyWashType(layer.WashType, row, keep.data(), w, rgb, m, !contrast);
-        ReportProgress(float(ProgressPercent + int32_t(int64_t(ProgressSpan) * y / h)), 100);
+        ReportStageProgress(y, h);
     }
 }
 
-void CompositeWashToMask(EffectLayer& layer) {
-    if (!gFilterRecord || !gFilterRecord->outData) return;
-    const int32_t planes = gFilterRecord->planes;
+void CompositeWashToMask(EffectLayer& layer, const HostPlanes& out) {
+    if (!out.data) return;
+    const int32_t planes = out.planes;
     if (planes < (ModeIsCMYK ? 6 : 5)) return;
     WashInputs in;
     if (!layer.EdgeMaskWork || !Inputs(layer, in)) return;
-    const VRect rect = GetInRect();
-    const int32_t h = std::min({layer.View->Height(), layer.ActiveCoverage->Height() + 3, rect.bottom - rect.top});
-    const int32_t w = std::min({layer.View->Width(), layer.ActiveCoverage->Width() + 3, rect.right - rect.left});
+    const int32_t h = std::min({layer.View->Height(), layer.ActiveCoverage->Height() + 3, out.height});
+    const int32_t w = std::min({layer.View->Width(), layer.ActiveCoverage->Width() + 3, out.width});
     if (h <= 0 || w <= 0) return;
     const bool readEdge = layer.EdgeThreshold != 0 || layer.EdgeBlur != 0;
-    auto* out = static_cast<uint8_t*>(gFilterRecord->outData);
     for (int32_t y = 0; y < h; ++y) {
-        uint8_t* pixel = out + ptrdiff_t(y) * gFilterRecord->outRowBytes;
+        uint8_t* pixel = out.data + ptrdiff_t(y) * out.rowBytes;
         const uint8_t* washRow = KeepWashArea && WashAreaBuffer ? WashAreaBuffer + size_t(y) * WorkRowBytes : nullptr;
         for (int32_t x = 0; x < w; ++x, pixel += planes) {
             const float t = float(in.texture[size_t(y) * in.textureRow + x]);
@@ -148,7 +144,8 @@ void CompositeWashToMask(EffectLayer& layer) {
             float k = float(layer.Curve[size_t(TruncToInt(s * t + (1.0f - s) * 255.0f) & 255)]);
             if (washRow) {
                 const uint8_t* wash = washRow + size_t(x) * 4;
-                // Reading kept: the scaling by the pixel's alpha is in f32, not truncated.
+                // Scaled by the pixel's alpha in f32 and not truncated: the keep value stays
+                // fractional into the blend, as in the colour pass.
                 k = k * float(pixel[3]) / 255.0f;
                 BlendWashArea(pixel, wash, k);
                 pixel[3] = 255;
@@ -157,6 +154,6 @@ void CompositeWashToMask(EffectLayer& layer) {
             uint8_t& mask = pixel[planes - 1];
             mask = uint8_t(TruncToInt(std::min(float(mask), k)));
         }
-        ReportProgress(float(ProgressPercent + int32_t(int64_t(ProgressSpan) * y / h)), 100);
+        ReportStageProgress(y, h);
     }
 }

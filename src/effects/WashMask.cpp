@@ -2,10 +2,9 @@
 #include "effects/WashMask.h"
 
 #include "effects/Noise.h"
-#include "host/Acquisition.h"
-#include "host/DialogState.h"
-#include "host/Progress.h"
-#include "host/Selection.h"
+#include "state/WorkImages.h"
+#include "state/DialogState.h"
+#include "state/Progress.h"
 #include "platform/PageMemory.h"
 #include "raster/Raster.h"
 
@@ -72,7 +71,8 @@ bool BuildCoverageNoise(EffectLayer& layer) {
                                 : FillNoiseFull(layer.CoverageNoise, layer.Seed, kNoiseBlack, kNoiseWhite,
                                                 layer.CoverageFeature);
     if (ran) {
-        // Reading kept: the complement is the bitwise one, which always differs.
+        // The bitwise complement always differs from the old value, so the setter cannot
+        // take the call for a no-op and skip the new noise.
         const int32_t old = layer.Coverage;
         layer.Coverage = ~old;
         SetLayerCoverage(layer, old);

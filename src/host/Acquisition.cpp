@@ -2,28 +2,14 @@
 
 #include "host/ChannelAccess.h"
 #include "host/HostSuite.h"
-#include "host/Progress.h"
+#include "state/Progress.h"
 #include "host/Rectangles.h"
 #include "host/Session.h"
 #include "platform/PageMemory.h"
-#include "raster/TextureLoading.h"
 
 #include <algorithm>
 #include <cstring>
 #include <vector>
-
-int32_t ImageWidth = 0, ImageHeight = 0;
-int32_t FilterWidth = 0, FilterHeight = 0;
-int32_t WorkPixelBytes = 4, WorkRowBytes = 0;
-uint8_t* SourceImage = nullptr;
-uint8_t* WorkImage = nullptr;
-bool ModeIsCMYK = false;
-bool Depth16 = false;
-double PreviewScale = 1.0;
-double PreviewOriginX = 0.0, PreviewOriginY = 0.0;
-bool HaveMask = false;
-const uint8_t* HostMaskData = nullptr;
-int32_t HostMaskRowBytes = 0;
 
 namespace {
 
@@ -88,12 +74,6 @@ void AcquireCmykFromLayer(int32_t planes) {
 
 } // namespace
 
-void FreeWorkImages() {
-    FreePages(WorkImage, WorkImageBytes());
-    FreePages(SourceImage, WorkImageBytes());
-    WorkImage = SourceImage = nullptr;
-}
-
 void CopyOriginalToOutput(bool toHost) {
     if (!LayerRaster) return;
     Raster& layer = *LayerRaster;
@@ -120,8 +100,6 @@ void CopyOriginalToOutput(bool toHost) {
         }
     }
 }
-
-bool DocumentHasAlpha() { return gFilterRecord && gFilterRecord->planes >= (ModeIsCMYK ? 5 : 4); }
 
 void AcquireSource() {
     ProgressPercent = 0;

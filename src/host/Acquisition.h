@@ -1,30 +1,9 @@
-// The picture every stage works on: SourceImage and WorkImage, four bytes a pixel
-// (red, green, blue, alpha), made from whatever form the host holds.
+// Acquisition: the host's pixels (or the dialog's layer) made into SourceImage, with the
+// filter rectangle and the selection handed to the engine as plain values.
 #pragma once
 
-#include <cstdint>
-
-extern int32_t ImageWidth, ImageHeight;   // the out rectangle: the work images' size
-extern int32_t FilterWidth, FilterHeight; // the filter rectangle: what textures are placed for
-extern int32_t WorkPixelBytes, WorkRowBytes;
-extern uint8_t* SourceImage;
-extern uint8_t* WorkImage;
-extern bool ModeIsCMYK;
-extern bool Depth16;
-
-// Filter pixels per work pixel (1 in a final run) and the work area's origin.
-extern double PreviewScale;
-extern double PreviewOriginX, PreviewOriginY;
-
-// The host's selection mask of this run; HaveMask 0 means none.
-extern bool HaveMask;
-extern const uint8_t* HostMaskData;
-extern int32_t HostMaskRowBytes;
-
-// The host's planes hold transparency: at least 4 in an RGB-like mode, 5 in CMYK.
-bool DocumentHasAlpha();
+#include "state/WorkImages.h"
 
 void AcquireSource();
 // Samples LayerRaster at the preview's scale into outData (toHost) or SourceImage.
 void CopyOriginalToOutput(bool toHost);
-void FreeWorkImages();

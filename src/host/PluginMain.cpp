@@ -2,8 +2,10 @@
 
 #include "host/Dialog.h"
 #include "host/HostSuite.h"
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
+#include "state/Progress.h"
+#include "state/WorkImages.h"
 #include "host/Rectangles.h"
 #include "host/RunFilter.h"
 #include "host/ScriptParameters.h"
@@ -153,6 +155,11 @@ void DoFinish() {
     WriteSavedSettings();
 }
 
+// The engine reports through a plain function; in a final run it reaches the host's bar.
+void HostProgress(int32_t done, int32_t total) {
+    if (gFilterRecord && gFilterRecord->progressProc) gFilterRecord->progressProc(done, total);
+}
+
 } // namespace
 
 QZ_EXPORT void PluginMain(int16_t selector, void* record, intptr_t* dataSlot, int16_t* result) {
@@ -161,6 +168,8 @@ QZ_EXPORT void PluginMain(int16_t selector, void* record, intptr_t* dataSlot, in
     gResult = result;
     gFilterRecord = selector == filterSelectorAbout ? nullptr : static_cast<FilterRecord*>(record);
     gAboutRecord = selector == filterSelectorAbout ? static_cast<AboutRecord*>(record) : nullptr;
+    HostProgressBar = HostProgress;
+    DocumentPlanes = gFilterRecord ? gFilterRecord->planes : 0;
     if (!record || !dataSlot || !result) return;
     SetResult(noErr);
 
@@ -184,6 +193,7 @@ QZ_EXPORT void PluginMain(int16_t selector, void* record, intptr_t* dataSlot, in
     // Nothing of the host's call outlives it.
     gFilterRecord = nullptr;
     gAboutRecord = nullptr;
+    DocumentPlanes = 0;
     gDataSlot = nullptr;
     gResult = nullptr;
 }

@@ -4,13 +4,13 @@
 #include "host/Acquisition.h"
 #include "host/ChannelAccess.h"
 #include "host/HostSuite.h"
-#include "host/Parameters.h"
-#include "host/Progress.h"
+#include "state/Parameters.h"
+#include "state/Progress.h"
 #include "host/Rectangles.h"
-#include "host/RenderDriver.h"
+#include "effects/RenderDriver.h"
 #include "host/Selection.h"
 #include "host/Session.h"
-#include "host/ViewState.h"
+#include "state/ViewState.h"
 #include "platform/Alert.h"
 
 #include <algorithm>
@@ -143,10 +143,13 @@ void MaskPass() {
         AdoptWashAreaBuffer(reinterpret_cast<uint8_t*>(uintptr_t(p.SurfaceWashAreaBuffer)));
         KeepWashArea = WashAreaBuffer != nullptr;
     }
-    RenderWashToMask(WashLayers[0]);
+    const VRect in = GetInRect();
+    const HostPlanes out{static_cast<uint8_t*>(gFilterRecord->outData), gFilterRecord->outRowBytes,
+                         gFilterRecord->planes, RectWidth(in), RectHeight(in)};
+    RenderWashToMask(WashLayers[0], out);
     if (p.SecondWashExists) {
         WashLayers[1].EdgeMaskWork = reinterpret_cast<uint8_t*>(uintptr_t(p.WashMaskBuffer2));
-        RenderWashToMask(WashLayers[1]);
+        RenderWashToMask(WashLayers[1], out);
     }
     FreeWashAreaBuffer();
     p.PendingMaskPass = 0;

@@ -1,7 +1,7 @@
 #include "host/ScriptParameters.h"
 
 #include "host/HostSuite.h"
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "host/Session.h"
 
 #include <algorithm>
@@ -72,8 +72,7 @@ struct KeyBinding {
 std::vector<DescriptorKeyID> Keys(const char* list) {
     std::vector<DescriptorKeyID> keys;
     for (const char* k = list; *k; k += k[4] ? 5 : 4)
-        keys.push_back(DescriptorKeyID(uint8_t(k[0])) << 24 | DescriptorKeyID(uint8_t(k[1])) << 16 |
-                       DescriptorKeyID(uint8_t(k[2])) << 8 | DescriptorKeyID(uint8_t(k[3])));
+        keys.push_back(FourCC(k));
     return keys;
 }
 
@@ -96,24 +95,19 @@ KeyBinding Bind(DescriptorKeyID key) {
         {"SE21", Carrier::BufferHigh, nullptr, &gParams->WashMaskBuffer2},
         {"SbSR", Carrier::BufferLow, nullptr, &gParams->SurfaceWashAreaBuffer},
         {"SSR1", Carrier::BufferHigh, nullptr, &gParams->SurfaceWashAreaBuffer},
-        {"Amnt", Carrier::Amount, nullptr, nullptr},
-        {"disP", Carrier::Disposition, nullptr, nullptr},
     };
     for (const Special& s : specials)
         if (std::strcmp(s.key, name) == 0) return {s.carrier, nullptr, s.link, s.buffer};
 
     b.field = FindParameterByKey(name);
     if (!b.field) return b;
-    switch (b.field->kind) {
-    case FieldKind::Flag: b.carrier = Carrier::Boolean; break;
-    case FieldKind::Name: b.carrier = Carrier::String; break;
-    case FieldKind::Float: b.carrier = Carrier::Float; break;
-    case FieldKind::Byte:
-        b.carrier = std::strcmp(name, "ignS") == 0 ? Carrier::Boolean : Carrier::Integer;
-        break;
-    case FieldKind::Int32:
-    case FieldKind::Color: b.carrier = Carrier::Integer; break;
-    default: b.carrier = Carrier::None; break;
+    switch (WireOf(*b.field)) {
+    case ValueWire::Bool: b.carrier = Carrier::Boolean; break;
+    case ValueWire::Integer: b.carrier = Carrier::Integer; break;
+    case ValueWire::Float: b.carrier = Carrier::Float; break;
+    case ValueWire::Text: b.carrier = Carrier::String; break;
+    case ValueWire::Percent: b.carrier = Carrier::Amount; break;
+    case ValueWire::Disposition: b.carrier = Carrier::Disposition; break;
     }
     return b;
 }

@@ -6,17 +6,6 @@
 
 #include <cstdlib>
 
-uint8_t* SelectionMask = nullptr;
-uint8_t* SourceRGBA = nullptr;
-int32_t SelectionRowLength = 0;
-int32_t SelectionWidth = 0, SelectionHeight = 0;
-
-void FreeSelectionMask() {
-    std::free(SelectionMask);
-    std::free(SourceRGBA);
-    SelectionMask = SourceRGBA = nullptr;
-}
-
 void BuildSelectionMask() {
     const VRect area = GetInRect();
     const int32_t w = RectWidth(area), h = RectHeight(area);

@@ -1,13 +1,7 @@
-// The shape the filter works through: the layer's transparency times the host's
-// selection mask, one byte a pixel, and the same pixels as RGBA with that alpha.
+// The selection mask and SourceRGBA built from the host's input planes and the target
+// layer's transparency (the globals live with the work images).
 #pragma once
 
-#include <cstdint>
-
-extern uint8_t* SelectionMask; // SelectionRowLength bytes a row
-extern uint8_t* SourceRGBA;    // four bytes a pixel
-extern int32_t SelectionRowLength;
-extern int32_t SelectionWidth, SelectionHeight;
+#include "state/WorkImages.h"
 
 void BuildSelectionMask();
-void FreeSelectionMask();

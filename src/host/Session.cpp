@@ -1,6 +1,6 @@
 #include "host/Session.h"
 
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 
 int16 gSelector = 0;
 FilterRecord* gFilterRecord = nullptr;
@@ -9,7 +9,6 @@ intptr_t* gDataSlot = nullptr;
 int16* gResult = nullptr;
 PluginData* gPluginData = nullptr;
 bool HostActionSuites = false;
-bool DialogOpen = false;
 
 const SPBasicSuite* BasicSuite() {
     if (gSelector == filterSelectorAbout) return gAboutRecord ? gAboutRecord->sSPBasic : nullptr;

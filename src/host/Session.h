@@ -2,7 +2,7 @@
 // result, the small data block, and the run-wide switches every stage reads.
 #pragma once
 
-#include "host/DialogState.h"
+#include "state/DialogState.h"
 #include "host/abi/HostInterface.h"
 
 // The 10-byte data block the host keeps for us between calls.

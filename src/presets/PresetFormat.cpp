@@ -1,6 +1,6 @@
 #include "presets/PresetFormat.h"
 
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 
 #include <cerrno>
 #include <climits>
@@ -554,28 +554,28 @@ bool WritePresetFile(std::FILE* file, int kind) {
     w.Text("\n");
     w.Text("Version 2;\n");
     switch (kind) {
-    case kPresetWash:
+    case PresetWash:
         w.Wash();
         break;
-    case kPresetSurface:
+    case PresetSurface:
         w.Surface();
         break;
-    case kPresetBackground:
+    case PresetBackground:
         w.Background();
         break;
-    case kPresetBasic:
-    case kPresetUser:
+    case PresetBasic:
+    case PresetUser:
         w.Common();
         w.Wash();
         w.Surface();
         w.Background();
         break;
-    case kPresetSurfaceColors:
+    case PresetSurfaceColors:
         w.Colors(gParams->SurfaceHighlightColor, gParams->SurfaceMidtoneColor,
                  gParams->SurfaceShadowColor);
         return w.ok;
-    case kPresetBackgroundColors:
-    case kPresetPalette:
+    case PresetBackgroundColors:
+    case PresetPalette:
         w.Colors(gParams->BackgroundHighlightColor, gParams->BackgroundMidtoneColor,
                  gParams->BackgroundShadowColor);
         return w.ok;

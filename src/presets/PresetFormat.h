@@ -7,20 +7,19 @@
 #include <cstdint>
 #include <cstdio>
 
-enum PresetKind : int {
-    kPresetBasic = 0,
-    kPresetWash = 1,
-    kPresetSurface = 2,
-    kPresetBackground = 3,
-    kPresetUser = 4,
-    kPresetSurfaceColors = 5,
-    kPresetBackgroundColors = 6,
-    kPresetPalette = 7,
+enum PresetKind : int32_t {
+    PresetBasic = 0,
+    PresetWash = 1,
+    PresetSurface = 2,
+    PresetBackground = 3,
+    PresetUser = 4,
+    PresetSurfaceColors = 5,
+    PresetBackgroundColors = 6,
+    PresetPalette = 7,
 };
 
 inline constexpr const char* kPresetHeader = "Quenzit Press Preset;";
 inline constexpr const char* kPresetExtension = ".qztpst";
-inline constexpr const char* kNoTextureName = "No_Texture.qzt";
 inline constexpr int kPresetLineSize = 1024; // read buffer; longer lines are cut, not overrun
 
 // The version the reader applies: starts at 2 and keeps the last "Version" line

@@ -1,7 +1,7 @@
 #include "presets/PresetLibrary.h"
 
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "platform/Alert.h"
 #include "platform/FolderList.h"
 #include "platform/ModulePath.h"
@@ -61,7 +61,7 @@ const char* PresetKindFolder(int kind) {
 
 std::string PresetFolderPath(int kind, const std::string& category) {
     std::string path = PathTable.Presets + PresetKindFolder(kind) + kPathSeparator;
-    if (kind <= kPresetUser && !category.empty()) {
+    if (kind <= PresetUser && !category.empty()) {
         path += category;
         if (!EndsInSeparator(category)) path += kPathSeparator;
     }
@@ -69,7 +69,7 @@ std::string PresetFolderPath(int kind, const std::string& category) {
 }
 
 std::string PresetListFolder(int kind) {
-    return PresetFolderPath(kind, kind <= kPresetUser ? PresetSubFolder[kind] : std::string());
+    return PresetFolderPath(kind, kind <= PresetUser ? PresetSubFolder[kind] : std::string());
 }
 
 std::string PresetFilePath(const std::string& name, int kind) {
@@ -80,7 +80,7 @@ std::vector<std::string> FillPresetList(int kind) {
     std::vector<std::string> rows;
     if (!PresetKindFolder(kind)) return rows;
     const std::string folder = PresetListFolder(kind);
-    const bool topLevel = kind > kPresetUser || PresetSubFolder[kind].empty();
+    const bool topLevel = kind > PresetUser || PresetSubFolder[kind].empty();
     std::vector<FolderEntry> entries;
     if (ListFolder(folder, "*", entries))
         for (const FolderEntry& e : entries) {
@@ -92,7 +92,7 @@ std::vector<std::string> FillPresetList(int kind) {
     if (ListFolder(folder, "*.qztpst", entries))
         for (const FolderEntry& e : entries)
             if (!e.isDirectory && e.isArchive) rows.push_back(WithoutExtension(e.name));
-    if (kind == kPresetBasic) {
+    if (kind == PresetBasic) {
         rows.insert(rows.begin(), {"Reset All", "Last Used Settings"});
     } else {
         std::stable_sort(rows.begin(), rows.end(), ListBoxLess);
@@ -101,7 +101,7 @@ std::vector<std::string> FillPresetList(int kind) {
 }
 
 void EnterPresetFolder(int kind, const std::string& folderRow) {
-    if (kind < 0 || kind > kPresetUser || !IsFolderRow(folderRow)) return;
+    if (kind < 0 || kind > PresetUser || !IsFolderRow(folderRow)) return;
     std::string& sub = PresetSubFolder[kind];
     const std::string name = folderRow.substr(1);
     if (name == "..") {
@@ -116,21 +116,21 @@ void EnterPresetFolder(int kind, const std::string& folderRow) {
 
 bool LoadPreset(const std::string& name, int kind) {
     if (!PresetKindFolder(kind)) return false;
-    if (kind == kPresetBasic || kind == kPresetSurface || kind == kPresetUser)
+    if (kind == PresetBasic || kind == PresetSurface || kind == PresetUser)
         std::strcpy(SurfaceColorsName, "Custom");
-    if (kind == kPresetBasic || kind == kPresetBackground || kind == kPresetUser ||
-        kind == kPresetPalette)
+    if (kind == PresetBasic || kind == PresetBackground || kind == PresetUser ||
+        kind == PresetPalette)
         std::strcpy(BackgroundColorsName, "Custom");
     if (!LoadPresetPath(PresetFilePath(name, kind).c_str())) return false;
-    if ((kind == kPresetBasic || kind == kPresetWash || kind == kPresetSurface ||
-         kind == kPresetUser) &&
+    if ((kind == PresetBasic || kind == PresetWash || kind == PresetSurface ||
+         kind == PresetUser) &&
         PresetHooks.ReconcileNavigator)
         PresetHooks.ReconcileNavigator();
     return true;
 }
 
 SaveResult SavePreset(int kind, const std::string& typedName, bool overwrite) {
-    if (kind < kPresetWash || kind > kPresetBackgroundColors) return SaveResult::CannotCreate;
+    if (kind < PresetWash || kind > PresetBackgroundColors) return SaveResult::CannotCreate;
     std::string name = typedName;
     if (name.size() > 7 && EndsWith(name, kPresetExtension)) name = WithoutExtension(name);
     if (name.empty()) return SaveResult::EmptyName;

@@ -1,7 +1,7 @@
 #include "presets/RandomEffects.h"
 
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "platform/CRandom.h"
 #include "platform/Clock.h"
 #include "platform/FolderList.h"
@@ -76,7 +76,7 @@ void RandomTones(const RandomSources& sources, int64_t now, int kind, uint32_t& 
     if (!entry) return;
     if (*entry == "Reset Colors") {
         std::strcpy(label, "Custom");
-        if (kind == kPresetSurfaceColors)
+        if (kind == PresetSurfaceColors)
             ResetSurfaceColors();
         else
             ResetBackgroundColors(); // the layer's tones, not the record
@@ -198,10 +198,10 @@ void RandomizeEffects(const RandomSources& sources, int64_t now) {
     // rand() is drawn first, then the drawer and layer tests: each colour step draws its
     // chance whether or not it can apply.
     if (CRandom() % 100 < 20 && sources.tonesDrawer && p.UseSurface)
-        RandomTones(sources, now, kPresetSurfaceColors, p.SurfaceHighlightColor,
+        RandomTones(sources, now, PresetSurfaceColors, p.SurfaceHighlightColor,
                     p.SurfaceMidtoneColor, p.SurfaceShadowColor, SurfaceColorsName);
     if (CRandom() % 100 < 20 && sources.tonesDrawer && p.UseBackground)
-        RandomTones(sources, now, kPresetBackgroundColors, p.BackgroundHighlightColor,
+        RandomTones(sources, now, PresetBackgroundColors, p.BackgroundHighlightColor,
                     p.BackgroundMidtoneColor, p.BackgroundShadowColor, BackgroundColorsName);
 
     if (PresetHooks.RebuildAllLayers) PresetHooks.RebuildAllLayers();

@@ -1,7 +1,7 @@
 #include "presets/UiSettings.h"
 
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "platform/UserStore.h"
 
 #include <cstdio>

@@ -1,10 +1,8 @@
-// Whole-raster geometry: mirror images, quarter turns, and the preview's crop of
-// a texture. There is no rotation by other angles and no tiling.
+// Whole-raster geometry: mirror images and quarter turns. There is no rotation by
+// other angles and no tiling.
 #pragma once
 
 #include "raster/Raster.h"
-
-struct EffectLayer;
 
 // Left to right, over all bytes of all planes, borders included. False and nothing
 // done unless row bits, Height, Width and Planes agree.
@@ -27,8 +25,3 @@ bool FlipRasterInPlaceHor(Raster& raster);
 bool FlipRasterInPlaceVer(Raster& raster);
 bool TurnRasterCw(Raster*& raster);
 bool TurnRasterCcw(Raster*& raster);
-
-// The preview's shortcut: when a scaled texture is larger than the work area would
-// show, copies only the window on screen (plane 0, at full size) into a new raster.
-// False while the dialog is closed, when the texture fits, or when memory fails.
-bool FitRasterToScreen(EffectLayer& layer, Raster*& out, Raster& src);

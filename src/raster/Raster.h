@@ -53,9 +53,10 @@ struct RasterStorage {
 // `mode` in the host's numbering, one per plane, for FillRaster. Answers false
 // when the mode has no conversion; `out` then keeps the RGB components.
 using RasterColorConverter = bool (*)(uint16_t mode, const uint16_t rgb[3], uint16_t out[4]);
-// The shell installs the host's colour services here. The default, for builds
-// without a host: mode 1 (grey) takes (299 R + 587 G + 114 B + 500) / 1000, every
-// other mode takes R, G, B unchanged and 0 for a fourth plane.
+// The conversion FillRaster and the noise fill use. Only the default exists: the
+// engine's rasters are grey or RGB, where it is exact. Mode 1 (grey) takes
+// (299 R + 587 G + 114 B + 500) / 1000; every other mode takes R, G, B unchanged and
+// 0 for a fourth plane.
 extern RasterColorConverter RasterConvertColor;
 bool DefaultRasterColorConverter(uint16_t mode, const uint16_t rgb[3], uint16_t out[4]);
 

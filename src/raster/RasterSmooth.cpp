@@ -1,7 +1,7 @@
 // SmoothRaster3x3: the relief smoothing of a surface texture, in place on plane 0.
 #include "raster/Raster.h"
 
-#include "host/Progress.h"
+#include "state/Progress.h"
 
 void SmoothRaster3x3(Raster& raster) {
     const int32_t height = raster.Height();
@@ -22,6 +22,6 @@ void SmoothRaster3x3(Raster& raster) {
             const int32_t value = int32_t(v);
             row[x] = uint8_t(value > 255 ? 255 : value);
         }
-        ReportProgress(float(ProgressPercent + int32_t(int64_t(ProgressSpan) * y / height)), 100);
+        ReportStageProgress(y, height);
     }
 }

@@ -3,20 +3,17 @@
 // tools/resgen turns these tables into the binary resources of Quenzit64.8bf.
 #pragma once
 
+#include "state/FourCC.h"
+
 #include <cstdint>
 
 namespace resources {
 
-constexpr uint32_t Code(const char (&s)[5]) {
-    return uint32_t(uint8_t(s[0])) << 24 | uint32_t(uint8_t(s[1])) << 16 |
-           uint32_t(uint8_t(s[2])) << 8 | uint32_t(uint8_t(s[3]));
-}
-
 inline constexpr int kPiplId = 16000;
 inline constexpr int kTerminologyId = 16000;
 
-inline constexpr uint32_t kVendor = Code("8BIM");
-inline constexpr uint32_t kFilterKind = Code("8BFM");
+inline constexpr uint32_t kVendor = FourCC("8BIM");
+inline constexpr uint32_t kFilterKind = FourCC("8BFM");
 inline constexpr const char* kMenuName = "Quenzit...";
 inline constexpr const char* kCategory = "Quenzit Works";
 inline constexpr int32_t kInterfaceVersion = 0x00040000; // major 4, minor 0
@@ -28,7 +25,7 @@ inline constexpr const char* kEnableExpression =
     "in (PSHOP_ImageMode, RGBMode,CMYKMode ) ||PSHOP_ImageDepth == 8 ";
 inline constexpr int32_t kMaxHeight = 2000000;
 inline constexpr int32_t kMaxWidth = 2000000;
-inline constexpr uint32_t kEventCode = Code("QZTD"); // class, event and suite alike
+inline constexpr uint32_t kEventCode = FourCC("QZTD"); // class, event and suite alike
 inline constexpr const char* kScope = "d9543b0c-3c91-11d4-98bc-00b008042009";
 
 // One entry per filter case, in the host's order of cases.
@@ -56,8 +53,8 @@ inline constexpr const char* kSuiteName = "Quenzit Works";
 inline constexpr const char* kSuiteDescription = "Adobe example plug-ins";
 inline constexpr const char* kEventName = "Quenzit";
 inline constexpr const char* kEventDescription = "dissolve example filter plug-in";
-inline constexpr uint32_t kReplyType = Code("null");
-inline constexpr uint32_t kDirectParameterType = Code("#ImR");
+inline constexpr uint32_t kReplyType = FourCC("null");
+inline constexpr uint32_t kDirectParameterType = FourCC("#ImR");
 inline constexpr uint16_t kDirectParameterFlags = 0xB000;
 inline constexpr const char* kParameterDescription = " ";
 

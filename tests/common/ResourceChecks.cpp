@@ -39,7 +39,7 @@ public:
         for (char c; (c = char(Byte())) != 0 && !overrun_;) s.push_back(c);
         return s;
     }
-    std::string Code() { return CodeString(Int(4)); }
+    std::string FourCC() { return CodeString(Int(4)); }
     size_t Pos() const { return pos_; }
     void Seek(size_t p) { pos_ = p; }
     bool Overrun() const { return overrun_; }
@@ -68,9 +68,9 @@ void CheckPiplResource(const uint8_t* data, size_t size) {
 
     std::vector<Property> props;
     for (uint32_t i = 0; i < count; ++i) {
-        EXPECT_EQ(r.Code(), "8BIM");
+        EXPECT_EQ(r.FourCC(), "8BIM");
         Property p;
-        p.key = r.Code();
+        p.key = r.FourCC();
         EXPECT_EQ(r.Int(4), 0u) << p.key;
         const uint32_t length = r.Int(4);
         const std::string bytes = r.Bytes(length);
@@ -87,7 +87,7 @@ void CheckPiplResource(const uint8_t* data, size_t size) {
 
     auto reader = [&](int i) { return Reader(props[i].data.data(), props[i].data.size()); };
     Reader kind = reader(0);
-    EXPECT_EQ(kind.Code(), "8BFM");
+    EXPECT_EQ(kind.FourCC(), "8BFM");
     EXPECT_EQ(reader(1).Pascal(), "Quenzit...");
     EXPECT_EQ(reader(2).Pascal(), "Quenzit Works");
     EXPECT_EQ(reader(3).Int(4), 0x00040000u);
@@ -103,8 +103,8 @@ void CheckPiplResource(const uint8_t* data, size_t size) {
 
     Reader hstm = reader(7);
     EXPECT_EQ(hstm.Int(4), 0u);
-    EXPECT_EQ(hstm.Code(), "QZTD");
-    EXPECT_EQ(hstm.Code(), "QZTD");
+    EXPECT_EQ(hstm.FourCC(), "QZTD");
+    EXPECT_EQ(hstm.FourCC(), "QZTD");
     EXPECT_EQ(hstm.Int(2), 16000u);
     EXPECT_EQ(hstm.CString(), "d9543b0c-3c91-11d4-98bc-00b008042009");
     EXPECT_TRUE(hstm.AtEnd());
@@ -139,19 +139,19 @@ void CheckTerminologyResource(const uint8_t* data, size_t size) {
 
     EXPECT_EQ(r.Pascal(), "Quenzit Works");
     EXPECT_EQ(r.Pascal(), "Adobe example plug-ins");
-    EXPECT_EQ(r.Code(), "QZTD");
+    EXPECT_EQ(r.FourCC(), "QZTD");
     EXPECT_EQ(r.Int(2), 1u) << "suite level";
     EXPECT_EQ(r.Int(2), 1u) << "suite version";
     EXPECT_EQ(r.Int(2), 1u) << "events";
 
     EXPECT_EQ(r.Pascal(), "Quenzit");
     EXPECT_EQ(r.Pascal(), "dissolve example filter plug-in");
-    EXPECT_EQ(r.Code(), "QZTD");
-    EXPECT_EQ(r.Code(), "QZTD");
-    EXPECT_EQ(r.Code(), "null");
+    EXPECT_EQ(r.FourCC(), "QZTD");
+    EXPECT_EQ(r.FourCC(), "QZTD");
+    EXPECT_EQ(r.FourCC(), "null");
     EXPECT_EQ(r.Pascal(), "") << "hosts expect an empty reply description";
     EXPECT_EQ(r.Int(2), 0u);
-    EXPECT_EQ(r.Code(), "#ImR");
+    EXPECT_EQ(r.FourCC(), "#ImR");
     EXPECT_EQ(r.Pascal(), "");
     EXPECT_EQ(r.Int(2), 0xB000u);
     ASSERT_EQ(r.Int(2), 68u);
@@ -165,8 +165,8 @@ void CheckTerminologyResource(const uint8_t* data, size_t size) {
     std::vector<std::pair<std::string, std::string>> nameAndType;
     for (int i = 0; i < 68; ++i) {
         const std::string name = r.Pascal();
-        const std::string key = r.Code();
-        const std::string type = r.Code();
+        const std::string key = r.FourCC();
+        const std::string type = r.FourCC();
         EXPECT_EQ(r.Pascal(), " ") << key;
         EXPECT_EQ(r.Int(2), 0u) << key;
         ASSERT_FALSE(r.Overrun());

@@ -103,9 +103,7 @@ TEST_F(BackgroundTest, SaturationHueAndEnhanced) {
 }
 
 TEST_F(BackgroundTest, CompositeFillsWhatThePictureLets) {
-    FilterRecord record = {};
-    record.planes = 4;
-    gFilterRecord = &record;
+    DocumentPlanes = 4;
     std::fill(BackgroundImage, BackgroundImage + work_.size(), uint8_t(200));
     // Work pixels: opaque, transparent, half; source alphas 0, 255, 90.
     const uint8_t work[] = {10, 10, 10, 255, 10, 10, 10, 0, 10, 10, 10, 128};
@@ -138,7 +136,7 @@ TEST_F(BackgroundTest, CompositeFillsWhatThePictureLets) {
     EXPECT_EQ(Work(0)[3], 255) << "without Entire: the larger of the two alphas";
     HaveMask = false;
     HostMaskData = nullptr;
-    gFilterRecord = nullptr;
+    DocumentPlanes = 0;
 }
 
 TEST_F(BackgroundTest, FullSizeComposesEachRowAsItIsPlaced) {

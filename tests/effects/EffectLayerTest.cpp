@@ -2,7 +2,7 @@
 // flags, and carrying a placement over to a linked layer.
 #include "EffectsFixture.h"
 
-#include "host/ViewState.h"
+#include "state/ViewState.h"
 
 using namespace effectstest;
 

@@ -2,10 +2,11 @@
 #pragma once
 
 #include "effects/EffectLayer.h"
-#include "host/Acquisition.h"
-#include "host/Parameters.h"
-#include "host/RenderDriver.h"
-#include "host/Session.h"
+#include "state/WorkImages.h"
+#include "state/DialogState.h"
+#include "state/Parameters.h"
+#include "effects/RenderDriver.h"
+
 #include "raster/Raster.h"
 
 #include <gtest/gtest.h>
@@ -43,7 +44,6 @@ protected:
         HostMaskData = nullptr;
         KeepWashArea = false;
         ModeIsCMYK = false;
-        gFilterRecord = nullptr;
         Work(4, 4);
     }
     void TearDown() override {

@@ -2,9 +2,9 @@
 // with the path table pointing into it; both put back afterwards.
 #pragma once
 
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "common/TempPaths.h"
-#include "host/PathTable.h"
+#include "state/PathTable.h"
 #include "platform/ModulePath.h"
 #include "presets/PresetFormat.h"
 

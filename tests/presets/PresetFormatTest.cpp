@@ -97,7 +97,7 @@ using PresetFormat = PresetFixture;
 
 TEST_F(PresetFormat, WriterKeepsTheTextOfTheFormat) {
     gParams->SecondSurfaceExists = 1;
-    const std::string surface = WriteToString(kPresetSurface);
+    const std::string surface = WriteToString(PresetSurface);
     EXPECT_EQ(surface.rfind("Quenzit Press Preset;\nVersion 2;\n;------Surface parameters------\n"
                             "nOfS 1 \t\t\t\t;Surface Use \n1VFS 0 \t\t\t\t;Flip Surf1 Ver. \n",
                             0),
@@ -114,7 +114,7 @@ TEST_F(PresetFormat, WriterKeepsTheTextOfTheFormat) {
     // Switched-off sections shrink to their first line; the background names no texture.
     gParams->UseWash = 0;
     gParams->UseBackground = 0;
-    const std::string user = WriteToString(kPresetUser);
+    const std::string user = WriteToString(PresetUser);
     EXPECT_NE(user.find(";------Common parameters------\nsBLN 0 \t\t\t\t;Effect in new layer \n"
                         ";------Wash parameters------\nnOSW 0 \t\t\t\t;Use Wash \n;------Surface"),
               std::string::npos);
@@ -123,14 +123,14 @@ TEST_F(PresetFormat, WriterKeepsTheTextOfTheFormat) {
               std::string::npos);
 
     gParams->SurfaceShadowColor = 0x123456;
-    EXPECT_EQ(WriteToString(kPresetSurfaceColors),
+    EXPECT_EQ(WriteToString(PresetSurfaceColors),
               "Quenzit Press Preset;\nVersion 2;\n;------Color Preset------\n"
               "rgtC Empty \t\t\t\t;Preset Category \nlCiH 16777215 \t\t\t\t;Hightlight Color\n"
               "lCdM 51400 \t\t\t\t;Midtone Color\nlCdS 1193046 \t\t\t\t;Shadow Color\n");
 
     // A name that fills its field to the last byte is written only up to the field.
     std::memset(gParams->SurfaceFileName1, 'x', kNameLength);
-    const std::string full = WriteToString(kPresetSurface);
+    const std::string full = WriteToString(PresetSurface);
     EXPECT_NE(full.find("1NFS " + std::string(kNameLength - 1, 'x') + " \t"), std::string::npos);
 }
 
@@ -139,10 +139,10 @@ TEST_F(PresetFormat, EachKindBringsBackWhatItWritesAndLeavesTheRest) {
         int kind;
         std::function<bool(const char*)> writes;
     } kinds[] = {
-        {kPresetWash, WashField},
-        {kPresetSurface, SurfaceField},
-        {kPresetBackground, BackgroundField},
-        {kPresetUser,
+        {PresetWash, WashField},
+        {PresetSurface, SurfaceField},
+        {PresetBackground, BackgroundField},
+        {PresetUser,
          [](const char* n) {
              return WashField(n) || SurfaceField(n) || BackgroundField(n) ||
                     !std::strcmp(n, "EffectInNewLayer");

@@ -19,34 +19,34 @@ TEST_F(PresetLibrary, ListsWalksSavesAndDeletes) {
     WriteText(Presets() / "Wash" / "A.qztpst", kHeader);
     WriteText(Presets() / "Wash" / "notes.txt", "x");
     WriteText(Presets() / "Wash" / "Old" / "c.qztpst", kHeader);
-    PresetSubFolder[kPresetWash].clear();
+    PresetSubFolder[PresetWash].clear();
 
-    EXPECT_EQ(FillPresetList(kPresetWash), (std::vector<std::string>{"\tOld", "A", "b"}));
-    const std::vector<std::string> basic = FillPresetList(kPresetBasic);
+    EXPECT_EQ(FillPresetList(PresetWash), (std::vector<std::string>{"\tOld", "A", "b"}));
+    const std::vector<std::string> basic = FillPresetList(PresetBasic);
     EXPECT_EQ(basic, (std::vector<std::string>{"Reset All", "Last Used Settings"}));
 
-    EnterPresetFolder(kPresetWash, "\tOld");
-    EXPECT_EQ(FillPresetList(kPresetWash), (std::vector<std::string>{"\t..", "c"}));
+    EnterPresetFolder(PresetWash, "\tOld");
+    EXPECT_EQ(FillPresetList(PresetWash), (std::vector<std::string>{"\t..", "c"}));
 
     // The path counts: "A" in the sub-folder is a new file, then an existing one.
-    EXPECT_EQ(SavePreset(kPresetWash, "A.qztpst", false), SaveResult::Created);
-    EXPECT_EQ(SavePreset(kPresetWash, "A", false), SaveResult::Exists);
-    EXPECT_EQ(SavePreset(kPresetWash, "A", true), SaveResult::Overwritten);
-    EXPECT_EQ(SavePreset(kPresetWash, "", false), SaveResult::EmptyName);
+    EXPECT_EQ(SavePreset(PresetWash, "A.qztpst", false), SaveResult::Created);
+    EXPECT_EQ(SavePreset(PresetWash, "A", false), SaveResult::Exists);
+    EXPECT_EQ(SavePreset(PresetWash, "A", true), SaveResult::Overwritten);
+    EXPECT_EQ(SavePreset(PresetWash, "", false), SaveResult::EmptyName);
     EXPECT_TRUE(std::filesystem::exists(Presets() / "Wash" / "Old" / "A.qztpst"));
     EXPECT_EQ(ReadText(Presets() / "Wash" / "A.qztpst"), kHeader);
 
-    EXPECT_FALSE(DeletePresetFile("\t..", kPresetWash));
-    EXPECT_TRUE(DeletePresetFile("c", kPresetWash));
-    EXPECT_FALSE(DeletePresetFile("c", kPresetWash));
-    EXPECT_EQ(FillPresetList(kPresetWash), (std::vector<std::string>{"\t..", "A"}));
+    EXPECT_FALSE(DeletePresetFile("\t..", PresetWash));
+    EXPECT_TRUE(DeletePresetFile("c", PresetWash));
+    EXPECT_FALSE(DeletePresetFile("c", PresetWash));
+    EXPECT_EQ(FillPresetList(PresetWash), (std::vector<std::string>{"\t..", "A"}));
 
-    EnterPresetFolder(kPresetWash, "\t..");
-    EXPECT_EQ(PresetSubFolder[kPresetWash], "");
+    EnterPresetFolder(PresetWash, "\t..");
+    EXPECT_EQ(PresetSubFolder[PresetWash], "");
 
     // A folder that cannot take the file tells the user.
     AlertCapture alerts;
-    EXPECT_EQ(SavePreset(kPresetBackground, "x", false), SaveResult::CannotCreate);
+    EXPECT_EQ(SavePreset(PresetBackground, "x", false), SaveResult::CannotCreate);
     ASSERT_EQ(alerts.Alerts().size(), 1u);
     EXPECT_EQ(alerts.Alerts()[0].text, "Cannot Save File!");
 }
@@ -57,10 +57,10 @@ TEST_F(PresetLibrary, LoadsByNameAndNamesTheStrip) {
     std::strcpy(BackgroundColorsName, "Sepia");
     std::strcpy(SurfaceColorsName, "Moss");
 
-    EXPECT_FALSE(LoadPreset("Bad", kPresetBackground));
-    EXPECT_FALSE(LoadPreset("Missing", kPresetBackground));
+    EXPECT_FALSE(LoadPreset("Bad", PresetBackground));
+    EXPECT_FALSE(LoadPreset("Missing", PresetBackground));
     EXPECT_EQ(gParams->BackgroundScale, 0);
-    ASSERT_TRUE(LoadPreset("Dusk", kPresetBackground));
+    ASSERT_TRUE(LoadPreset("Dusk", PresetBackground));
     EXPECT_EQ(gParams->BackgroundScale, 77);
     EXPECT_EQ(std::string(BackgroundColorsName), "Custom");
     EXPECT_EQ(std::string(SurfaceColorsName), "Moss"); // a background preset keeps the surface's
@@ -68,7 +68,7 @@ TEST_F(PresetLibrary, LoadsByNameAndNamesTheStrip) {
     WriteText(Presets() / "BackPalette" / "none.qztpst", kHeader);
     WriteText(Presets() / "BackPalette" / "Ochre.qztpst", kHeader);
     WriteText(Presets() / "BackPalette" / "Ash.qztpst", kHeader);
-    std::vector<std::string> names = ListPresetNames(kPresetPalette);
+    std::vector<std::string> names = ListPresetNames(PresetPalette);
     ASSERT_EQ(names.size(), 3u);
     EXPECT_EQ(names[0], "none");
     std::sort(names.begin() + 1, names.end()); // directory order is the system's

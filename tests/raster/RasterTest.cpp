@@ -2,7 +2,6 @@
 // brute-force versions of the stated rules.
 #include "TextureTestFiles.h"
 
-#include "host/Session.h"
 
 #include <gtest/gtest.h>
 
@@ -120,7 +119,6 @@ TEST(Raster, BoxBlurFollowsItsRule) {
 }
 
 TEST(Raster, SmoothingIsInPlaceOnPlaneZero) {
-    gFilterRecord = nullptr; // progress goes nowhere (a shell test may leave a stale host behind)
     Raster r;
     r.MakeRaster(1, RasterRect{0, 0, 3, 4}, 1, 8, 1, 0);
     std::fill(r.Pixels(), r.Pixels() + 30, uint8_t(100));

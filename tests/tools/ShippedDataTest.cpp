@@ -1,6 +1,6 @@
 // The data folder the build generates: every shipped preset loads and names textures
 // that are shipped beside it.
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "presets/PresetFormat.h"
 
 #include <gtest/gtest.h>

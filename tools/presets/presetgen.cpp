@@ -2,7 +2,7 @@
 // <out>/{Basic,Wash,Surface,Background,Colors,BackPalette}. Deterministic: the same
 // files on every run. Texture names are those of the texture library.
 //   qz-presetgen OUT_FOLDER
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "presets/PresetFormat.h"
 
 #include <cstdio>
@@ -274,17 +274,17 @@ int main(int argc, char** argv) {
     for (const WashLook& w : kWashes) {
         ResetAllParameters();
         ApplyWash(w);
-        Save(out / "Wash", w.name, WriteKind(kPresetWash));
+        Save(out / "Wash", w.name, WriteKind(PresetWash));
     }
     for (const SurfaceLook& s : kSurfaces) {
         ResetAllParameters();
         ApplySurface(s);
-        Save(out / "Surface", s.name, WriteKind(kPresetSurface));
+        Save(out / "Surface", s.name, WriteKind(PresetSurface));
     }
     for (const BackgroundLook& b : kBackgrounds) {
         ResetAllParameters();
         ApplyBackground(b);
-        Save(out / "Background", b.name, WriteKind(kPresetBackground));
+        Save(out / "Background", b.name, WriteKind(PresetBackground));
     }
     // Whole looks: a wash, a surface and a background of their own tables, turned so that
     // no two looks share a wash and a surface; every fourth has no background, every fifth no
@@ -302,14 +302,14 @@ int main(int argc, char** argv) {
             SetName(gRecord.SurfaceFileName1, kNoTextureName);
         }
         const std::string name = std::string(kWashes[i % nw].name) + "_on_" + surface.name;
-        Save(out / "Basic", name, WriteKind(kPresetBasic));
+        Save(out / "Basic", name, WriteKind(PresetBasic));
     }
     for (const ColorLook& c : kColors) {
         ResetAllParameters();
         gRecord.SurfaceHighlightColor = c.hi;
         gRecord.SurfaceMidtoneColor = c.mid;
         gRecord.SurfaceShadowColor = c.shadow;
-        Save(out / "Colors", c.name, WithCategories(WriteKind(kPresetSurfaceColors), c.categories));
+        Save(out / "Colors", c.name, WithCategories(WriteKind(PresetSurfaceColors), c.categories));
     }
     // Palettes for the background strip: the colour looks again, darker in the shadows.
     for (size_t i = 0; i < 16; ++i) {
@@ -318,7 +318,7 @@ int main(int argc, char** argv) {
         gRecord.BackgroundHighlightColor = c.hi;
         gRecord.BackgroundMidtoneColor = c.mid;
         gRecord.BackgroundShadowColor = (c.shadow >> 1) & 0x007F7F7F;
-        Save(out / "BackPalette", std::string(c.name) + "_Palette", WriteKind(kPresetPalette));
+        Save(out / "BackPalette", std::string(c.name) + "_Palette", WriteKind(PresetPalette));
     }
     return 0;
 }

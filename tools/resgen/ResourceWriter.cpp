@@ -42,7 +42,7 @@ private:
 void Property(Bytes& out, const char (&key)[5], const Bytes& data) {
     Bytes copy = data;
     out.U32(kVendor);
-    out.U32(Code(key));
+    out.U32(FourCC(key));
     out.U32(0);
     out.U32(uint32_t(copy.Size()));
     out.Raw(copy.Data().data(), copy.Size());

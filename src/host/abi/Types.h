@@ -2,6 +2,8 @@
 // handles, geometry, colours and the opaque references the host hands out.
 #pragma once
 
+#include "state/FourCC.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -117,8 +119,3 @@ typedef struct OpaqueBuffer* BufferID;
 typedef struct OpaqueZString* ASZString;
 typedef struct OpaqueColorID* ColorID;
 
-// The big-endian reading of a 4-character code: FourCC("8BIM") == 0x3842494D.
-constexpr uint32_t FourCC(const char (&s)[5]) {
-    return (uint32_t(uint8_t(s[0])) << 24) | (uint32_t(uint8_t(s[1])) << 16) |
-           (uint32_t(uint8_t(s[2])) << 8) | uint32_t(uint8_t(s[3]));
-}

@@ -1,4 +1,4 @@
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 
 #include <cstring>
 
@@ -151,6 +151,18 @@ const ParameterField* FindParameterByKey(const char* key) {
     for (const ParameterField& f : kParameterFields)
         if (f.key[0] && std::strncmp(f.key, key, 4) == 0) return &f;
     return nullptr;
+}
+
+ValueWire WireOf(const ParameterField& f) {
+    if (std::strcmp(f.key, "Amnt") == 0) return ValueWire::Percent;
+    if (std::strcmp(f.key, "disP") == 0) return ValueWire::Disposition;
+    if (std::strcmp(f.key, "ignS") == 0) return ValueWire::Bool;
+    switch (f.kind) {
+    case FieldKind::Flag: return ValueWire::Bool;
+    case FieldKind::Float: return ValueWire::Float;
+    case FieldKind::Name: return ValueWire::Text;
+    default: return ValueWire::Integer;
+    }
 }
 
 void ResetField(FilterParameters& record, const ParameterField& field) {

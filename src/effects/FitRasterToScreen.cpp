@@ -1,10 +1,11 @@
 // FitRasterToScreen: the window of a large texture that the preview shows.
-#include "raster/Geometry.h"
+#include "effects/LayerTexture.h"
 
 #include "effects/EffectLayer.h"
-#include "host/Acquisition.h"
-#include "host/Progress.h"
-#include "host/DialogState.h"
+#include "raster/Raster.h"
+#include "state/WorkImages.h"
+#include "state/Progress.h"
+#include "state/DialogState.h"
 
 #include <algorithm>
 #include <cstring>
@@ -37,7 +38,7 @@ bool FitRasterToScreen(EffectLayer& layer, Raster*& out, Raster& src) {
         if (y >= 0 && y < srcHeight && x0 < x1)
             std::memcpy(d + int64_t(row) * made->RowBytes() + (x0 - ox), origin + y * src.RowBytes() + x0,
                         size_t(x1 - x0));
-        ReportProgress(float(ProgressPercent + int32_t(int64_t(ProgressSpan) * row / ch)), 100);
+        ReportStageProgress(row, ch);
     }
     out = made;
     return true;

@@ -1,4 +1,4 @@
-// Texture loading: how a texture name becomes a layer's Source (the texture scaled
+// A layer's texture: how a texture name becomes a layer's Source (the texture scaled
 // once to cover the filter rectangle and oriented as the settings say) and View (it
 // at the size the current render needs).
 #pragma once
@@ -6,21 +6,13 @@
 #include <cstdint>
 
 struct EffectLayer;
+struct Raster;
 
 // Whether a failed load tells the user; the layer setup clears it around the load of
 // a layer that is switched off, and sets it back afterwards.
 extern bool ReportTextureFailure;
 // The window that owns the failure message (the main dialog's), or null.
 extern void* TextureAlertOwner;
-// Far edges of the host's filter rectangle, which offsets are clamped against. The
-// shell sets them with FilterWidth and FilterHeight; while they are kFilterEdgeUnset
-// the rectangle is taken to start at 0, 0.
-inline constexpr int32_t kFilterEdgeUnset = INT32_MIN;
-extern int32_t FilterRectRight, FilterRectBottom;
-// The edges in force: the shell's, or the filter's size while they are unset.
-int32_t FilterRightEdge();
-int32_t FilterBottomEdge();
-
 // The data folder, a separator and `name`, in one static buffer that the next call
 // overwrites.
 const char* TexturePath(const char* name);
@@ -47,3 +39,8 @@ void MoveLayer(EffectLayer& layer, int32_t dx, int32_t dy);
 // window of Source (or all of it) scaled by 1 / PreviewScale. At full size: Source
 // itself, cut to start at the offsets. A surface's View is smoothed once here.
 void PrepareLayerTexture(EffectLayer& layer);
+
+// The preview's shortcut: when a scaled texture is larger than the work area would
+// show, copies only the window on screen (plane 0, at full size) into a new raster.
+// False while the dialog is closed, when the texture fits, or when memory fails.
+bool FitRasterToScreen(EffectLayer& layer, Raster*& out, Raster& src);

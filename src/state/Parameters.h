@@ -8,6 +8,8 @@
 #include <initializer_list>
 
 constexpr int kNameLength = 128; // texture file names, bare, zero-terminated
+// The reserved texture name: a layer that names it has no texture.
+inline constexpr const char* kNoTextureName = "No_Texture.qzt";
 
 // Laid out with natural alignment and padded to the 976 bytes the host keeps.
 struct FilterParameters {
@@ -75,6 +77,12 @@ extern const size_t kParameterFieldCount;
 
 const ParameterField* FindParameterField(const char* name);
 const ParameterField* FindParameterByKey(const char* key);
+
+// How a field's value travels in scripts, the registry and the command line: by its
+// kind, except the host's own three keys (Amnt a percentage, disP an enumeration, ignS
+// a byte that travels as a boolean).
+enum class ValueWire : uint8_t { Bool, Integer, Float, Text, Percent, Disposition };
+ValueWire WireOf(const ParameterField& field);
 
 // Writes the table's default into one field of `record`.
 void ResetField(FilterParameters& record, const ParameterField& field);

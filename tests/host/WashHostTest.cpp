@@ -1,7 +1,7 @@
 // Washes through the whole plug-in, driven by hostsim, with textures of known values
 // in a data folder of the test's own.
-#include "TextureFolder.h"
-#include "shell/ShellFixture.h"
+#include "effects/TextureFolder.h"
+#include "ShellFixture.h"
 
 #include "platform/Alert.h"
 

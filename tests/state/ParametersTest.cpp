@@ -1,4 +1,4 @@
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 
 #include <gtest/gtest.h>
 

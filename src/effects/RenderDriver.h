@@ -3,18 +3,10 @@
 #pragma once
 
 #include "effects/EffectLayer.h"
+#include "state/ViewState.h"
+#include "state/WorkImages.h"
 
 #include <cstdint>
-
-enum ViewCode : int32_t {
-    ViewCodeComposite = 0,
-    ViewCodeWashOne = 1,
-    ViewCodeWashTwo = 2,
-    ViewCodeBackground = 3,
-    ViewCodeSurfaceOne = 4,
-    ViewCodeSurfaceTwo = 5,
-    ViewCodeOriginal = 6,
-};
 
 extern bool KeepWashArea;       // WashAreaBuffer is live in this run
 extern uint8_t* WashAreaBuffer; // ImageHeight * WorkRowBytes bytes
@@ -26,7 +18,8 @@ extern int32_t SurfacePassCode;
 
 void RenderLayers(int32_t view);
 void RenderWashLayer(EffectLayer& layer);
-void RenderWashToMask(EffectLayer& layer);
+// The mask pass: the wash's keep values into the mask plane of the host's output.
+void RenderWashToMask(EffectLayer& layer, const HostPlanes& out);
 void ResetWorkImage();
 void FreeWashAreaBuffer();
 // The buffer handed over from a run to the mask pass of a later one (page memory of

@@ -1,4 +1,4 @@
-#include "host/PathTable.h"
+#include "state/PathTable.h"
 
 #include "platform/ModulePath.h"
 

@@ -1,11 +1,11 @@
 // Surfaces and the background through the whole plug-in driven by hostsim, and the
 // preview's single-surface views, with textures of known values.
-#include "EffectsFixture.h"
-#include "TextureFolder.h"
-#include "shell/ShellFixture.h"
+#include "effects/EffectsFixture.h"
+#include "effects/TextureFolder.h"
+#include "ShellFixture.h"
 
 #include "effects/Engine.h"
-#include "host/ViewState.h"
+#include "state/ViewState.h"
 #include "effects/Surface.h"
 #include "platform/Alert.h"
 

@@ -1,6 +1,4 @@
-#include "host/ViewState.h"
-
-#include "host/RenderDriver.h"
+#include "state/ViewState.h"
 
 int32_t ActiveTab = TabBasic;
 int32_t ViewBasic = ViewCodeComposite;

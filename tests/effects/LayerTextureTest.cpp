@@ -1,15 +1,15 @@
 // Texture loading: failures and their messages, the scale factor, placement and
 // orientation, and the preview and full-size forms of View.
-#include "TextureTestFiles.h"
+#include "raster/TextureTestFiles.h"
 #include "common/TempPaths.h"
 
 #include "effects/Engine.h"
-#include "host/Acquisition.h"
-#include "host/PathTable.h"
-#include "host/Session.h"
+#include "state/WorkImages.h"
+#include "state/DialogState.h"
+#include "state/PathTable.h"
 #include "platform/Alert.h"
 #include "platform/ModulePath.h"
-#include "raster/TextureLoading.h"
+#include "effects/LayerTexture.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,6 @@ protected:
     void SetUp() override {
         saved_ = PathTable.Data;
         PathTable.Data = ProcessTempDir().string();
-        gFilterRecord = nullptr; // progress goes nowhere: no host here
         ReportTextureFailure = true;
         // A host run earlier in the same program leaves its rectangle's edges behind.
         FilterRectRight = FilterRectBottom = kFilterEdgeUnset;

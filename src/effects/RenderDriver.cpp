@@ -1,10 +1,9 @@
-#include "host/RenderDriver.h"
+#include "effects/RenderDriver.h"
 
 #include "effects/Engine.h"
-#include "host/Acquisition.h"
-#include "host/Parameters.h"
-#include "host/Progress.h"
-#include "host/Session.h"
+#include "state/WorkImages.h"
+#include "state/Parameters.h"
+#include "state/Progress.h"
 #include "platform/PageMemory.h"
 #include "raster/Raster.h"
 
@@ -30,7 +29,8 @@ void EnsureEdgeMaskWork(EffectLayer& layer) {
 }
 
 // Runs the stages the flags ask for; the last one composes on the picture or the mask.
-void RenderWash(EffectLayer& layer, void (*compose)(EffectLayer&)) {
+template <typename Compose>
+void RenderWash(EffectLayer& layer, Compose compose) {
     if (!layer.Source || !LayerHasTexture(layer)) return;
     const int32_t span = ProgressSpan;
     const int32_t start = ProgressPercent;
@@ -76,7 +76,9 @@ uint8_t* ReleaseWashAreaBuffer() {
 }
 
 void RenderWashLayer(EffectLayer& layer) { RenderWash(layer, CompositeWash); }
-void RenderWashToMask(EffectLayer& layer) { RenderWash(layer, CompositeWashToMask); }
+void RenderWashToMask(EffectLayer& layer, const HostPlanes& out) {
+    RenderWash(layer, [&out](EffectLayer& l) { CompositeWashToMask(l, out); });
+}
 
 namespace {
 
@@ -108,7 +110,7 @@ void ResetWorkImage() {
                     size_t(ImageWidth) * 4);
         if (wash) SampleEdgeMask(first, y, rowStep);
         if (both) SampleEdgeMask(second, y, rowStep);
-        ReportProgress(float(ProgressPercent + ProgressSpan * y / ImageHeight), 100);
+        ReportStageProgress(y, ImageHeight);
     }
 }
 

@@ -1,30 +1,27 @@
 // The render driver's stage order and percent marks.
-#include "ShellFixture.h"
-
-#include "host/Acquisition.h"
-#include "host/Parameters.h"
-#include "host/Progress.h"
-#include "host/RenderDriver.h"
-#include "host/Session.h"
+#include "effects/RenderDriver.h"
 #include "platform/Alert.h"
+#include "state/DialogState.h"
+#include "state/Parameters.h"
+#include "state/Progress.h"
+#include "state/WorkImages.h"
+
+#include <gtest/gtest.h>
 
 #include <cstring>
-
-using namespace shelltest;
+#include <vector>
 
 namespace {
 
-std::vector<int32> gMarks;
-void QZ_HOSTCALL RecordProgress(int32 done, int32) { gMarks.push_back(done); }
+std::vector<int32_t> gMarks;
+void RecordProgress(int32_t done, int32_t) { gMarks.push_back(done); }
 
-// A small final-run setting: the record, the layers and two work images of 4 rows.
+// A small final-run setting: an RGB document, the layers and two work images of 4 rows.
 class RenderDriverTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        std::memset(&record_, 0, sizeof record_);
-        record_.progressProc = RecordProgress;
-        record_.planes = 3;
-        gFilterRecord = &record_;
+        HostProgressBar = RecordProgress;
+        DocumentPlanes = 3;
         std::memset(&params_, 0, sizeof params_);
         gParams = &params_;
         InitParameters();
@@ -42,9 +39,10 @@ protected:
         FreeWashAreaBuffer();
         SourceImage = WorkImage = nullptr;
         gParams = nullptr;
-        gFilterRecord = nullptr;
+        HostProgressBar = nullptr;
+        DocumentPlanes = 0;
     }
-    std::vector<int32> Render(int32 view) {
+    std::vector<int32_t> Render(int32_t view) {
         CreateEngine();
         ProgressPercent = ProgressSpan = 0;
         gMarks.clear();
@@ -57,13 +55,12 @@ protected:
             std::strcpy(name, "No_Texture.qzt");
     }
 
-    FilterRecord record_;
     FilterParameters params_;
-    std::vector<uint8> source_, work_;
+    std::vector<uint8_t> source_, work_;
     AlertCapture alerts_; // the textures are missing here
 };
 
-using Marks = std::vector<int32>;
+using Marks = std::vector<int32_t>;
 
 } // namespace
 
@@ -99,7 +96,7 @@ TEST_F(RenderDriverTest, BackgroundViewClearsTheWorkImage) {
     params_.UseBackground = 0;
     std::strcpy(params_.BackgroundFileName, "No_Texture.qzt");
     EXPECT_EQ(Render(ViewCodeBackground), (Marks{10, 70, 100}));
-    EXPECT_EQ(work_, std::vector<uint8>(work_.size(), 0)) << "alpha too is 0";
+    EXPECT_EQ(work_, std::vector<uint8_t>(work_.size(), 0)) << "alpha too is 0";
 }
 
 TEST_F(RenderDriverTest, SingleLayerViews) {
@@ -124,20 +121,4 @@ TEST_F(RenderDriverTest, SurfacePassEndsBeforeTheBackground) {
     params_.SurfaceEntire = params_.SurfaceIncludeWashArea = 1;
     EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 37, 35, 32, 30, 40, 40}));
     SurfacePassCode = 0;
-}
-
-TEST(RunFilterProgress, FinalRunReportsAcquisitionRenderAndTheEnd) {
-    auto host = MakeHost(RgbDocument(6, 3));
-    AlertCapture alerts;
-    ASSERT_EQ(host->PlayAction(AllEffectsOff(), plugInDialogDontDisplay), noErr);
-    std::vector<std::pair<int32, int32>> calls;
-    for (const auto& c : host->Progress()) calls.emplace_back(c.done, c.total);
-    const std::vector<std::pair<int32, int32>> expected = {
-        {0, 100}, {5, 100}, {10, 100},                 // acquisition
-        {0, 100}, {0, 100}, {0, 100}, {0, 100}, {0, 100}, {0, 100}, // wash 1's noise, a row each
-        {0, 100}, {0, 100}, {0, 100}, {0, 100}, {0, 100}, {0, 100},
-        {1, 100}, {3, 100}, {5, 100}, {6, 100},        // surface 1 smoothed
-        {10, 100}, {10, 100}, {23, 100}, {36, 100},    // render: rows of the copy
-        {50, 100}, {70, 100}, {100, 100}, {100, 0}};   // and the end: the bar empties
-    EXPECT_EQ(calls, expected);
 }

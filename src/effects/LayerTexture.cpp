@@ -1,11 +1,11 @@
 // Texture loading: file to Source, Source to View.
-#include "raster/TextureLoading.h"
+#include "effects/LayerTexture.h"
 
 #include "effects/EffectLayer.h"
-#include "host/Acquisition.h"
-#include "host/PathTable.h"
-#include "host/Progress.h"
-#include "host/DialogState.h"
+#include "state/WorkImages.h"
+#include "state/PathTable.h"
+#include "state/Progress.h"
+#include "state/DialogState.h"
 #include "platform/Alert.h"
 #include "platform/ModulePath.h"
 #include "raster/AWashFile.h"
@@ -20,11 +20,6 @@
 
 bool ReportTextureFailure = true;
 void* TextureAlertOwner = nullptr;
-int32_t FilterRectRight = kFilterEdgeUnset;
-int32_t FilterRectBottom = kFilterEdgeUnset;
-
-int32_t FilterRightEdge() { return FilterRectRight == kFilterEdgeUnset ? FilterWidth : FilterRectRight; }
-int32_t FilterBottomEdge() { return FilterRectBottom == kFilterEdgeUnset ? FilterHeight : FilterRectBottom; }
 
 namespace {
 
@@ -157,7 +152,9 @@ void MoveLayer(EffectLayer& layer, int32_t dx, int32_t dy) {
     int64_t y = int64_t(layer.OffsetY) + dy;
     if (layer.Source) {
         const RasterRect& b = layer.Source->Bounds;
-        // Reading kept: the far limit is the filter rectangle's right and bottom edges.
+        // The far limit is the filter rectangle's right and bottom edges, not its size:
+        // they differ when the rectangle does not start at 0, 0, and offsets stored in
+        // looks were clamped this way.
         const int64_t right = FilterRightEdge();
         const int64_t bottom = FilterBottomEdge();
         x = std::min<int64_t>(std::max<int64_t>(x, b.left), int64_t(b.right) - right);

@@ -4,7 +4,7 @@
 
 #include "hostsim/Registry.h"
 #include "hostsim/Scripting.h"
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "host/ScriptParameters.h"
 #include "resources/ResourceTables.h"
 
@@ -177,8 +177,8 @@ TEST(ScriptParameters, TerminologyNamesOnlyKeysThatTravel) {
         const ParameterField* f = FindParameterByKey(key);
         ASSERT_NE(f, nullptr) << key;
         const bool isName = f->kind == FieldKind::Name;
-        EXPECT_EQ(t.type == resources::Code("TEXT"), isName) << key;
-        EXPECT_EQ(t.type == resources::Code("doub"), f->kind == FieldKind::Float) << key;
+        EXPECT_EQ(t.type == FourCC("TEXT"), isName) << key;
+        EXPECT_EQ(t.type == FourCC("doub"), f->kind == FieldKind::Float) << key;
     }
 }
 

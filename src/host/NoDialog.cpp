@@ -1,0 +1,5 @@
+#include "host/Dialog.h"
+
+// Builds without windows (the native one, driven by hostsim and the command line) have
+// no dialog, so an interactive run there is a cancelled one.
+bool OpenDialog() { return false; }

@@ -1,0 +1,3 @@
+#include "state/DialogState.h"
+
+bool DialogOpen = false;

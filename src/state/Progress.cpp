@@ -1,0 +1,20 @@
+#include "state/Progress.h"
+
+#include "state/DialogState.h"
+
+int32_t ProgressPercent = 0;
+int32_t ProgressSpan = 0;
+void (*HostProgressBar)(int32_t done, int32_t total) = nullptr;
+void (*DialogProgressBar)(int32_t done, int32_t total) = nullptr;
+
+void ReportProgress(float done, float total) {
+    int32_t d = int32_t(done);
+    const int32_t t = int32_t(total);
+    if (d < 0) d = 0;
+    void (*bar)(int32_t, int32_t) = DialogOpen ? DialogProgressBar : HostProgressBar;
+    if (bar) bar(d, t);
+}
+
+void ReportStageProgress(int64_t done, int64_t total) {
+    ReportProgress(float(ProgressPercent + int32_t(int64_t(ProgressSpan) * done / total)), 100);
+}
