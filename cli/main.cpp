@@ -5,8 +5,8 @@
 #include "PresetNames.h"
 #include "Render.h"
 
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "platform/ModulePath.h"
 #include "presets/PresetFormat.h"
 

@@ -6,7 +6,7 @@
 #define NOMINMAX
 #include <windows.h>
 #else
-#include "host/PathTable.h"
+#include "state/PathTable.h"
 #include "host/PluginMain.h"
 
 #include <filesystem>

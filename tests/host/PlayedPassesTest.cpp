@@ -2,7 +2,7 @@
 // its own, the surface's pass notes, 16-bit documents and a cancelled dialog.
 #include "ShellFixture.h"
 
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 #include "ShellFixture.h"
 
 #include "common/TempPaths.h"
-#include "host/Parameters.h"
+#include "state/Parameters.h"
 #include "platform/ModulePath.h"
 #include "presets/UiSettings.h"
 

@@ -2,8 +2,8 @@
 // when the draw says "the default stays", and the draws after it follow from that.
 #include "common/TempPaths.h"
 #include "effects/EffectLayer.h"
-#include "host/Parameters.h"
-#include "host/PathTable.h"
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "platform/ModulePath.h"
 #include "presets/RandomEffects.h"
 
