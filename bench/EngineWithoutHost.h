@@ -1,5 +1,5 @@
-// The engine's globals set as a run sets them, without a host: an RGB document, the default parameters, and work images holding a noisy picture. The
-// benchmarks drive the stages themselves on top of it.
+// The engine's globals set as a run sets them, without a host: an RGB document, the default parameters, and work images
+// holding a noisy picture. The benchmarks drive the stages themselves on top of it.
 #pragma once
 
 #include "effects/EffectLayer.h"

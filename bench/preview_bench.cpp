@@ -33,8 +33,7 @@ private:
     std::optional<EngineWithoutHost> engine_;
 };
 
-template <typename Change>
-void Rerender(benchmark::State& state, Change change) {
+template <typename Change> void Rerender(benchmark::State& state, Change change) {
     Preview preview;
     if (!preview.Open(state)) return;
     int32_t step = 0;

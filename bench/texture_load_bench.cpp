@@ -71,8 +71,9 @@ void LoadTexture(benchmark::State& state, uint32_t planes, int32_t angle) {
         benchmark::DoNotOptimize(layer.View);
         DestroyLayer(layer);
     }
-    state.counters["per_output_pixel"] = benchmark::Counter(
-        double(kFilterWidth) * kFilterHeight, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["per_output_pixel"] =
+        benchmark::Counter(double(kFilterWidth) * kFilterHeight,
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void BM_LoadGreyTexture(benchmark::State& state) { LoadTexture(state, 1, 0); }

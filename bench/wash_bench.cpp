@@ -74,7 +74,8 @@ void BM_WashFinalRun(benchmark::State& state) {
     std::vector<uint8> pixels(size_t(kWidth) * kHeight * 3);
     for (size_t i = 0; i < pixels.size(); ++i) pixels[i] = uint8((i * 2654435761u) >> 24);
     hostsim::Descriptor look;
-    for (const char* key : {"SFN1", "SFN2", "BkFN"}) look.PutText(FourCC(*reinterpret_cast<const char(*)[5]>(key)), "No_Texture.qzt");
+    for (const char* key : {"SFN1", "SFN2", "BkFN"})
+        look.PutText(FourCC(*reinterpret_cast<const char(*)[5]>(key)), "No_Texture.qzt");
     double pluginSeconds = 0.0;
     for (auto _ : state) {
         state.PauseTiming();

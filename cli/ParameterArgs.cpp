@@ -111,7 +111,8 @@ bool PutRecord(const std::vector<std::string>& presets, const std::optional<int6
         if (!LoadPresetPath(path.c_str())) {
             gParams = saved;
             std::FILE* f = std::fopen(path.c_str(), "rb");
-            error = path + ": " + (f ? std::string("not a preset file (its first line is wrong)") : std::strerror(errno));
+            error =
+                path + ": " + (f ? std::string("not a preset file (its first line is wrong)") : std::strerror(errno));
             if (f) std::fclose(f);
             return false;
         }
@@ -272,10 +273,11 @@ bool ShowPreset(const std::string& path, std::FILE* out, std::string& error) {
     }
     for (size_t i = 0; i < kParameterFieldCount; ++i) {
         const ParameterField& f = kParameterFields[i];
-        const size_t size = f.kind == FieldKind::Name ? size_t(kNameLength)
+        const size_t size = f.kind == FieldKind::Name                                ? size_t(kNameLength)
                             : f.kind == FieldKind::Flag || f.kind == FieldKind::Byte ? 1
-                            : f.kind == FieldKind::Int16 ? 2
-                            : f.kind == FieldKind::Buffer ? 8 : 4;
+                            : f.kind == FieldKind::Int16                             ? 2
+                            : f.kind == FieldKind::Buffer                            ? 8
+                                                                                     : 4;
         const char* at = reinterpret_cast<const char*>(&a->record) + f.offset;
         if (std::memcmp(at, reinterpret_cast<const char*>(&b->record) + f.offset, size) != 0) continue;
         std::string value;

@@ -112,7 +112,8 @@ bool FindPresetFile(const std::string& arg, const fs::path& data, std::string& p
         if (const size_t n = Nearness(name, p)) near.push_back({n, &p});
     std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
     if (!near.empty()) error += "; the nearest:";
-    for (size_t i = 0; i < near.size() && i < 8; ++i) error += "\n  " + near[i].second->kind + "/" + near[i].second->name;
+    for (size_t i = 0; i < near.size() && i < 8; ++i)
+        error += "\n  " + near[i].second->kind + "/" + near[i].second->name;
     return false;
 }
 

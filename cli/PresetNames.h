@@ -19,8 +19,7 @@ std::vector<ShippedPreset> ShippedPresets(const std::filesystem::path& data);
 // Table on Bark", "Coffee_Table_on_Bark.qztpst", or "Basic/Coffee Table on Bark" when a name
 // is in several kinds), compared without regard to case, blanks or underscores. False with
 // the reason, and the nearest names, in `error`.
-bool FindPresetFile(const std::string& arg, const std::filesystem::path& data, std::string& path,
-                    std::string& error);
+bool FindPresetFile(const std::string& arg, const std::filesystem::path& data, std::string& path, std::string& error);
 
 // "KIND  NAME" lines of the looks of one kind (any case), or of all when `kind` is empty.
 // False when no such kind exists.

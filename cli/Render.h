@@ -11,9 +11,9 @@
 #include <vector>
 
 struct RenderOptions {
-    bool flat = false;      // drop the picture's alpha
-    bool cmyk = false;      // run an RGB picture as a CMYK document
-    std::string selection;  // mask file, or empty
+    bool flat = false;                                 // drop the picture's alpha
+    bool cmyk = false;                                 // run an RGB picture as a CMYK document
+    std::string selection;                             // mask file, or empty
     std::function<void(int done, int total)> progress; // the plug-in's reports as they come
 };
 
@@ -21,8 +21,8 @@ enum class RenderStatus { Done, BadInput, Failed };
 
 struct RenderResult {
     RenderStatus status = RenderStatus::Done;
-    std::string message;  // why it did not work
-    Picture picture;      // the result when done: CMYK when the document was
+    std::string message;             // why it did not work
+    Picture picture;                 // the result when done: CMYK when the document was
     std::vector<uint8_t> parameters; // the plug-in's parameter block as the run left it
 };
 

@@ -35,22 +35,21 @@ constexpr int kExitUsage = 1;
 constexpr int kExitInput = 2;
 constexpr int kExitRender = 3;
 
-const char kToolHelp[] =
-    "Usage: quenzit COMMAND [options]\n"
-    "\n"
-    "Runs the Quenzit filter without a host, for batch work.\n"
-    "\n"
-    "Commands:\n"
-    "  render [options] INPUT...   distress pictures (quenzit render --help)\n"
-    "  params                      every parameter key with its field, type, default and range\n"
-    "  preset show FILE            the parameters a preset file sets\n"
-    "  preset list [KIND]          the looks the data folder ships, by kind\n"
-    "  texture pack|info ...       texture files (.qzt): quenzit texture --help\n"
-    "\n"
-    "quenzit COMMAND --help tells more about a command.\n"
-    "\n"
-    "Exit status: 0 done; 1 usage error; 2 a file could not be read or written;\n"
-    "3 the filter failed on a picture.\n";
+const char kToolHelp[] = "Usage: quenzit COMMAND [options]\n"
+                         "\n"
+                         "Runs the Quenzit filter without a host, for batch work.\n"
+                         "\n"
+                         "Commands:\n"
+                         "  render [options] INPUT...   distress pictures (quenzit render --help)\n"
+                         "  params                      every parameter key with its field, type, default and range\n"
+                         "  preset show FILE            the parameters a preset file sets\n"
+                         "  preset list [KIND]          the looks the data folder ships, by kind\n"
+                         "  texture pack|info ...       texture files (.qzt): quenzit texture --help\n"
+                         "\n"
+                         "quenzit COMMAND --help tells more about a command.\n"
+                         "\n"
+                         "Exit status: 0 done; 1 usage error; 2 a file could not be read or written;\n"
+                         "3 the filter failed on a picture.\n";
 
 const char kRenderHelp[] =
     "Usage: quenzit render [options] INPUT...\n"
@@ -89,24 +88,23 @@ const char kRenderHelp[] =
     "\n"
     "Several inputs run one after the other; a failure on one is reported and the others\n"
     "still run. Processes write nothing they share (no settings file, cache or registry), so\n"
-    "a batch may be split over as many processes as you like, on one data folder. Exit status: 0 all done; 1 usage error (nothing is rendered); 2 a file could\n"
+    "a batch may be split over as many processes as you like, on one data folder. Exit status: 0 all done; 1 usage "
+    "error (nothing is rendered); 2 a file could\n"
     "not be read or written; 3 the filter failed on a picture.\n";
 
-const char kParamsHelp[] =
-    "Usage: quenzit params\n"
-    "\n"
-    "Lists every key that --set and presets take: the record's field, the type the key\n"
-    "travels as, its default and the range the dialog keeps to (- when there is none).\n"
-    "Booleans take true, false, 1 or 0; colours an integer, 0x hexadecimal allowed.\n";
+const char kParamsHelp[] = "Usage: quenzit params\n"
+                           "\n"
+                           "Lists every key that --set and presets take: the record's field, the type the key\n"
+                           "travels as, its default and the range the dialog keeps to (- when there is none).\n"
+                           "Booleans take true, false, 1 or 0; colours an integer, 0x hexadecimal allowed.\n";
 
-const char kPresetHelp[] =
-    "Usage: quenzit preset show FILE|NAME [--data DIR]\n"
-    "       quenzit preset list [KIND] [--data DIR]\n"
-    "\n"
-    "show lists the fields a preset file (.qztpst) sets, with the values it gives them: key\n"
-    "(- for fields without one), field and value. Link flags and the colours of colour\n"
-    "presets are listed too. list names the looks the data folder ships, kind first (Basic,\n"
-    "Wash, Surface, Background, User, Colors, BackPalette); a name works with -p as a file.\n";
+const char kPresetHelp[] = "Usage: quenzit preset show FILE|NAME [--data DIR]\n"
+                           "       quenzit preset list [KIND] [--data DIR]\n"
+                           "\n"
+                           "show lists the fields a preset file (.qztpst) sets, with the values it gives them: key\n"
+                           "(- for fields without one), field and value. Link flags and the colours of colour\n"
+                           "presets are listed too. list names the looks the data folder ships, kind first (Basic,\n"
+                           "Wash, Surface, Background, User, Colors, BackPalette); a name works with -p as a file.\n";
 
 int Usage(const std::string& message, const char* command = nullptr) {
     std::fprintf(stderr, "quenzit: %s\n(quenzit %s--help tells the options)\n", message.c_str(),
@@ -275,8 +273,7 @@ int Render(int argc, char** argv) {
         std::set<fs::path> seen;
         for (const std::string& in : inputs) {
             const fs::path out = fs::path(output) / fs::path(in).filename().replace_extension(OutputExtensionFor(in));
-            if (!seen.insert(out).second)
-                return Usage("two inputs would both be written to " + out.string(), "render");
+            if (!seen.insert(out).second) return Usage("two inputs would both be written to " + out.string(), "render");
             outputs.push_back(out);
         }
     } else if (!output.empty()) {
@@ -300,8 +297,9 @@ int Render(int argc, char** argv) {
     }
     UseDataFolder(dataDir);
 
-    if (randomSeed) std::fprintf(stderr, "quenzit: the Auto look of seed %lld (--random=%lld makes it again)\n",
-                                 static_cast<long long>(*randomSeed), static_cast<long long>(*randomSeed));
+    if (randomSeed)
+        std::fprintf(stderr, "quenzit: the Auto look of seed %lld (--random=%lld makes it again)\n",
+                     static_cast<long long>(*randomSeed), static_cast<long long>(*randomSeed));
     for (std::string& p : presets) {
         std::string path, error;
         if (!FindPresetFile(p, dataDir, path, error)) {

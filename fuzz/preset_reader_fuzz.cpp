@@ -22,8 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ResetAllParameters();
     PresetVersion = (data[0] & 2) ? 1 : 2;
     char line[kPresetLineSize];
-    if (ReadPresetLine(stream, line) &&
-        std::strncmp(line, kPresetHeader, std::strlen(kPresetHeader)) == 0)
+    if (ReadPresetLine(stream, line) && std::strncmp(line, kPresetHeader, std::strlen(kPresetHeader)) == 0)
         LoadPresetFile(stream);
     std::fclose(stream);
 

@@ -16,15 +16,17 @@
 namespace {
 
 // The keys the reader knows, and a few it does not.
-constexpr const char* kKeys[] = {"WFN1", "WFN2", "BkFN", "SFN1", "SFN2", "WIt1", "WTp1", "STp2", "SAp1",
-                                 "SBt1", "Amnt", "disP", "ignS", "ILkW", "ILNS", "NLBs", "WSOn", "SvE1",
-                                 "SMD2", "Cov1", "BHCl", "zzzz", "Nm  ", "\x01\x02\x03\x04"};
+constexpr const char* kKeys[] = {"WFN1", "WFN2", "BkFN", "SFN1", "SFN2", "WIt1", "WTp1", "STp2",
+                                 "SAp1", "SBt1", "Amnt", "disP", "ignS", "ILkW", "ILNS", "NLBs",
+                                 "WSOn", "SvE1", "SMD2", "Cov1", "BHCl", "zzzz", "Nm  ", "\x01\x02\x03\x04"};
 
 struct Bytes {
     const uint8_t* p;
     size_t n;
     uint8_t Next() { return n ? (--n, *p++) : 0; }
-    uint32_t Word() { return uint32_t(Next()) | uint32_t(Next()) << 8 | uint32_t(Next()) << 16 | uint32_t(Next()) << 24; }
+    uint32_t Word() {
+        return uint32_t(Next()) | uint32_t(Next()) << 8 | uint32_t(Next()) << 16 | uint32_t(Next()) << 24;
+    }
 };
 
 hostsim::Descriptor Build(Bytes& in) {

@@ -15,12 +15,9 @@ enum class Kind { Descriptor, List, Reference };
 
 const char* KindName(Kind kind) {
     switch (kind) {
-    case Kind::Descriptor:
-        return "action descriptor";
-    case Kind::List:
-        return "action list";
-    default:
-        return "action reference";
+    case Kind::Descriptor: return "action descriptor";
+    case Kind::List: return "action list";
+    default: return "action reference";
     }
 }
 
@@ -49,17 +46,14 @@ struct CommonId {
 };
 
 const CommonId kCommonIds[] = {
-    {"null", FourCC("null")},        {"application", FourCC("capp")},
-    {"document", FourCC("Dcmn")},    {"layer", FourCC("Lyr ")},
-    {"channel", FourCC("Chnl")},     {"property", FourCC("Prpr")},
-    {"ordinal", FourCC("Ordn")},     {"targetEnum", FourCC("Trgt")},
-    {"name", FourCC("Nm  ")},        {"visible", FourCC("Vsbl")},
-    {"opacity", FourCC("Opct")},     {"mode", FourCC("Md  ")},
-    {"width", FourCC("Wdth")},       {"height", FourCC("Hght")},
-    {"count", FourCC("Cnt ")},       {"layerID", FourCC("LyrI")},
-    {"itemIndex", FourCC("ItmI")},   {"percentUnit", FourCC("#Prc")},
-    {"pixelsUnit", FourCC("#Pxl")},  {"angleUnit", FourCC("#Ang")},
-    {"densityUnit", FourCC("#Rsl")}, {"distanceUnit", FourCC("#Rlt")},
+    {"null", FourCC("null")},         {"application", FourCC("capp")}, {"document", FourCC("Dcmn")},
+    {"layer", FourCC("Lyr ")},        {"channel", FourCC("Chnl")},     {"property", FourCC("Prpr")},
+    {"ordinal", FourCC("Ordn")},      {"targetEnum", FourCC("Trgt")},  {"name", FourCC("Nm  ")},
+    {"visible", FourCC("Vsbl")},      {"opacity", FourCC("Opct")},     {"mode", FourCC("Md  ")},
+    {"width", FourCC("Wdth")},        {"height", FourCC("Hght")},      {"count", FourCC("Cnt ")},
+    {"layerID", FourCC("LyrI")},      {"itemIndex", FourCC("ItmI")},   {"percentUnit", FourCC("#Prc")},
+    {"pixelsUnit", FourCC("#Pxl")},   {"angleUnit", FourCC("#Ang")},   {"densityUnit", FourCC("#Rsl")},
+    {"distanceUnit", FourCC("#Rlt")},
 };
 
 } // namespace
@@ -91,9 +85,7 @@ State* Cur(const char* op) {
     return gCurrentState;
 }
 
-void Misuse(State* s, const char* op, const std::string& what) {
-    s->misuse.push_back(std::string(op) + ": " + what);
-}
+void Misuse(State* s, const char* op, const std::string& what) { s->misuse.push_back(std::string(op) + ": " + what); }
 
 Object* Find(State* s, const void* token, Kind kind, const char* op) {
     if (!s) return nullptr;
@@ -113,9 +105,7 @@ Object* Find(State* s, const void* token, Kind kind, const char* op) {
         return nullptr;
     }
     if (o->freed) {
-        Misuse(s, op,
-               std::strcmp(op, "Free") == 0 ? "an " + name + " freed twice"
-                                            : "an " + name + " used after Free");
+        Misuse(s, op, std::strcmp(op, "Free") == 0 ? "an " + name + " freed twice" : "an " + name + " used after Free");
         return nullptr;
     }
     return o;
@@ -294,8 +284,7 @@ OSErr OutIntegers(const ValueList& list, uint32 count, int32* out) {
     if (count > list.Count()) return paramErr;
     for (uint32 i = 0; i < count; ++i)
         if (list.At(i).type != typeInteger) return paramErr;
-    for (uint32 i = 0; i < count; ++i)
-        out[i] = int32(list.At(i).integer);
+    for (uint32 i = 0; i < count; ++i) out[i] = int32(list.At(i).integer);
     return noErr;
 }
 
@@ -314,8 +303,7 @@ OSErr InList(PIActionList list, const char* op, Value& v) {
     return noErr;
 }
 
-OSErr InObject(PIActionDescriptor object, DescriptorClassID cls, bool global, const char* op,
-               Value& v) {
+OSErr InObject(PIActionDescriptor object, DescriptorClassID cls, bool global, const char* op, Value& v) {
     const Descriptor* d = D(object, op);
     if (!d) return paramErr;
     v = global ? Value::GlobalObject(cls, *d) : Value::Object(cls, *d);
@@ -348,8 +336,7 @@ OSErr InData(int32 length, const void* data, Value& v) {
 // ---- Action descriptor suite ----
 
 // A get by key: find the descriptor and the key, hand the value on.
-template <class F>
-OSErr DescGet(PIActionDescriptor d, DescriptorKeyID key, const char* op, F&& read) {
+template <class F> OSErr DescGet(PIActionDescriptor d, DescriptorKeyID key, const char* op, F&& read) {
     return Guard([&]() -> OSErr {
         const Descriptor* desc = D(d, op);
         if (!desc) return paramErr;
@@ -359,8 +346,7 @@ OSErr DescGet(PIActionDescriptor d, DescriptorKeyID key, const char* op, F&& rea
     });
 }
 
-template <class F>
-OSErr DescPut(PIActionDescriptor d, DescriptorKeyID key, const char* op, F&& make) {
+template <class F> OSErr DescPut(PIActionDescriptor d, DescriptorKeyID key, const char* op, F&& make) {
     return Guard([&]() -> OSErr {
         Descriptor* desc = D(d, op);
         if (!desc) return paramErr;
@@ -461,8 +447,7 @@ OSErr QZ_HOSTCALL DPutFloat(PIActionDescriptor d, DescriptorKeyID key, real64 va
     });
 }
 
-OSErr QZ_HOSTCALL DPutUnitFloat(PIActionDescriptor d, DescriptorKeyID key, DescriptorUnitID unit,
-                                real64 value) {
+OSErr QZ_HOSTCALL DPutUnitFloat(PIActionDescriptor d, DescriptorKeyID key, DescriptorUnitID unit, real64 value) {
     return DescPut(d, key, "PutUnitFloat", [&](Value& v) {
         v = Value::UnitFloat(unit, value);
         return noErr;
@@ -486,28 +471,25 @@ OSErr QZ_HOSTCALL DPutList(PIActionDescriptor d, DescriptorKeyID key, PIActionLi
 
 OSErr QZ_HOSTCALL DPutObject(PIActionDescriptor d, DescriptorKeyID key, DescriptorClassID type,
                              PIActionDescriptor value) {
-    return DescPut(d, key, "PutObject",
-                   [&](Value& v) { return InObject(value, type, false, "PutObject", v); });
+    return DescPut(d, key, "PutObject", [&](Value& v) { return InObject(value, type, false, "PutObject", v); });
 }
 
-OSErr QZ_HOSTCALL DPutGlobalObject(PIActionDescriptor d, DescriptorKeyID key,
-                                   DescriptorClassID type, PIActionDescriptor value) {
+OSErr QZ_HOSTCALL DPutGlobalObject(PIActionDescriptor d, DescriptorKeyID key, DescriptorClassID type,
+                                   PIActionDescriptor value) {
     return DescPut(d, key, "PutGlobalObject",
                    [&](Value& v) { return InObject(value, type, true, "PutGlobalObject", v); });
 }
 
-OSErr QZ_HOSTCALL DPutEnumerated(PIActionDescriptor d, DescriptorKeyID key,
-                                 DescriptorEnumTypeID type, DescriptorEnumID value) {
+OSErr QZ_HOSTCALL DPutEnumerated(PIActionDescriptor d, DescriptorKeyID key, DescriptorEnumTypeID type,
+                                 DescriptorEnumID value) {
     return DescPut(d, key, "PutEnumerated", [&](Value& v) {
         v = Value::Enumerated(type, value);
         return noErr;
     });
 }
 
-OSErr QZ_HOSTCALL DPutReference(PIActionDescriptor d, DescriptorKeyID key,
-                                PIActionReference value) {
-    return DescPut(d, key, "PutReference",
-                   [&](Value& v) { return InReference(value, "PutReference", v); });
+OSErr QZ_HOSTCALL DPutReference(PIActionDescriptor d, DescriptorKeyID key, PIActionReference value) {
+    return DescPut(d, key, "PutReference", [&](Value& v) { return InReference(value, "PutReference", v); });
 }
 
 OSErr QZ_HOSTCALL DPutClass(PIActionDescriptor d, DescriptorKeyID key, DescriptorClassID value) {
@@ -517,8 +499,7 @@ OSErr QZ_HOSTCALL DPutClass(PIActionDescriptor d, DescriptorKeyID key, Descripto
     });
 }
 
-OSErr QZ_HOSTCALL DPutGlobalClass(PIActionDescriptor d, DescriptorKeyID key,
-                                  DescriptorClassID value) {
+OSErr QZ_HOSTCALL DPutGlobalClass(PIActionDescriptor d, DescriptorKeyID key, DescriptorClassID value) {
     return DescPut(d, key, "PutGlobalClass", [&](Value& v) {
         v = Value::GlobalClass(value);
         return noErr;
@@ -537,21 +518,16 @@ OSErr QZ_HOSTCALL DGetFloat(PIActionDescriptor d, DescriptorKeyID key, real64* v
     return DescGet(d, key, "GetFloat", [&](const Value& v) { return OutFloat(v, value); });
 }
 
-OSErr QZ_HOSTCALL DGetUnitFloat(PIActionDescriptor d, DescriptorKeyID key, DescriptorUnitID* unit,
-                                real64* value) {
-    return DescGet(d, key, "GetUnitFloat",
-                   [&](const Value& v) { return OutUnitFloat(v, unit, value); });
+OSErr QZ_HOSTCALL DGetUnitFloat(PIActionDescriptor d, DescriptorKeyID key, DescriptorUnitID* unit, real64* value) {
+    return DescGet(d, key, "GetUnitFloat", [&](const Value& v) { return OutUnitFloat(v, unit, value); });
 }
 
 OSErr QZ_HOSTCALL DGetStringLength(PIActionDescriptor d, DescriptorKeyID key, uint32* length) {
-    return DescGet(d, key, "GetStringLength",
-                   [&](const Value& v) { return OutStringLength(v, length); });
+    return DescGet(d, key, "GetStringLength", [&](const Value& v) { return OutStringLength(v, length); });
 }
 
-OSErr QZ_HOSTCALL DGetString(PIActionDescriptor d, DescriptorKeyID key, char* cstr,
-                             uint32 maxLength) {
-    return DescGet(d, key, "GetString",
-                   [&](const Value& v) { return OutString(v, cstr, maxLength); });
+OSErr QZ_HOSTCALL DGetString(PIActionDescriptor d, DescriptorKeyID key, char* cstr, uint32 maxLength) {
+    return DescGet(d, key, "GetString", [&](const Value& v) { return OutString(v, cstr, maxLength); });
 }
 
 OSErr QZ_HOSTCALL DGetBoolean(PIActionDescriptor d, DescriptorKeyID key, Boolean* value) {
@@ -564,36 +540,30 @@ OSErr QZ_HOSTCALL DGetList(PIActionDescriptor d, DescriptorKeyID key, PIActionLi
 
 OSErr QZ_HOSTCALL DGetObject(PIActionDescriptor d, DescriptorKeyID key, DescriptorClassID* type,
                              PIActionDescriptor* value) {
-    return DescGet(d, key, "GetObject",
-                   [&](const Value& v) { return OutObject(v, typeObject, type, value); });
+    return DescGet(d, key, "GetObject", [&](const Value& v) { return OutObject(v, typeObject, type, value); });
 }
 
-OSErr QZ_HOSTCALL DGetGlobalObject(PIActionDescriptor d, DescriptorKeyID key,
-                                   DescriptorClassID* type, PIActionDescriptor* value) {
+OSErr QZ_HOSTCALL DGetGlobalObject(PIActionDescriptor d, DescriptorKeyID key, DescriptorClassID* type,
+                                   PIActionDescriptor* value) {
     return DescGet(d, key, "GetGlobalObject",
                    [&](const Value& v) { return OutObject(v, typeGlobalObject, type, value); });
 }
 
-OSErr QZ_HOSTCALL DGetEnumerated(PIActionDescriptor d, DescriptorKeyID key,
-                                 DescriptorEnumTypeID* type, DescriptorEnumID* value) {
-    return DescGet(d, key, "GetEnumerated",
-                   [&](const Value& v) { return OutEnumerated(v, type, value); });
+OSErr QZ_HOSTCALL DGetEnumerated(PIActionDescriptor d, DescriptorKeyID key, DescriptorEnumTypeID* type,
+                                 DescriptorEnumID* value) {
+    return DescGet(d, key, "GetEnumerated", [&](const Value& v) { return OutEnumerated(v, type, value); });
 }
 
-OSErr QZ_HOSTCALL DGetReference(PIActionDescriptor d, DescriptorKeyID key,
-                                PIActionReference* value) {
+OSErr QZ_HOSTCALL DGetReference(PIActionDescriptor d, DescriptorKeyID key, PIActionReference* value) {
     return DescGet(d, key, "GetReference", [&](const Value& v) { return OutReference(v, value); });
 }
 
 OSErr QZ_HOSTCALL DGetClass(PIActionDescriptor d, DescriptorKeyID key, DescriptorClassID* value) {
-    return DescGet(d, key, "GetClass",
-                   [&](const Value& v) { return OutClass(v, typeClass, value); });
+    return DescGet(d, key, "GetClass", [&](const Value& v) { return OutClass(v, typeClass, value); });
 }
 
-OSErr QZ_HOSTCALL DGetGlobalClass(PIActionDescriptor d, DescriptorKeyID key,
-                                  DescriptorClassID* value) {
-    return DescGet(d, key, "GetGlobalClass",
-                   [&](const Value& v) { return OutClass(v, typeGlobalClass, value); });
+OSErr QZ_HOSTCALL DGetGlobalClass(PIActionDescriptor d, DescriptorKeyID key, DescriptorClassID* value) {
+    return DescGet(d, key, "GetGlobalClass", [&](const Value& v) { return OutClass(v, typeGlobalClass, value); });
 }
 
 OSErr QZ_HOSTCALL DGetAlias(PIActionDescriptor d, DescriptorKeyID key, Handle* value) {
@@ -605,27 +575,23 @@ OSErr QZ_HOSTCALL DHasKeys(PIActionDescriptor d, const DescriptorKeyID* keys, Bo
         const Descriptor* desc = D(d, "HasKeys");
         if (!desc || !keys || !hasKeys) return paramErr;
         bool all = true;
-        for (const DescriptorKeyID* k = keys; *k != 0 && all; ++k)
-            all = desc->Has(*k);
+        for (const DescriptorKeyID* k = keys; *k != 0 && all; ++k) all = desc->Has(*k);
         *hasKeys = all ? 1 : 0;
         return noErr;
     });
 }
 
-OSErr QZ_HOSTCALL DPutIntegers(PIActionDescriptor d, DescriptorKeyID key, uint32 count,
-                               const int32* values) {
+OSErr QZ_HOSTCALL DPutIntegers(PIActionDescriptor d, DescriptorKeyID key, uint32 count, const int32* values) {
     return DescPut(d, key, "PutIntegers", [&](Value& v) -> OSErr {
         if (!values && count > 0) return paramErr;
         ValueList list;
-        for (uint32 i = 0; i < count; ++i)
-            list.Add(Value::Integer(values[i]));
+        for (uint32 i = 0; i < count; ++i) list.Add(Value::Integer(values[i]));
         v = Value::List(std::move(list));
         return noErr;
     });
 }
 
-OSErr QZ_HOSTCALL DGetIntegers(PIActionDescriptor d, DescriptorKeyID key, uint32 count,
-                               int32* values) {
+OSErr QZ_HOSTCALL DGetIntegers(PIActionDescriptor d, DescriptorKeyID key, uint32 count, int32* values) {
     return DescGet(d, key, "GetIntegers", [&](const Value& v) -> OSErr {
         if (v.type != typeValueList) return paramErr;
         return OutIntegers(v.list, count, values);
@@ -661,9 +627,7 @@ OSErr QZ_HOSTCALL DHandleToDescriptor(PIDescriptorHandle value, PIActionDescript
     });
 }
 
-OSErr QZ_HOSTCALL DPutZString(PIActionDescriptor, DescriptorKeyID, ASZString) {
-    return kErrNoZStrings;
-}
+OSErr QZ_HOSTCALL DPutZString(PIActionDescriptor, DescriptorKeyID, ASZString) { return kErrNoZStrings; }
 
 OSErr QZ_HOSTCALL DGetZString(PIActionDescriptor, DescriptorKeyID, ASZString* zstring) {
     if (zstring) *zstring = nullptr;
@@ -675,8 +639,7 @@ OSErr QZ_HOSTCALL DPutData(PIActionDescriptor d, DescriptorKeyID key, int32 leng
 }
 
 OSErr QZ_HOSTCALL DGetDataLength(PIActionDescriptor d, DescriptorKeyID key, int32* length) {
-    return DescGet(d, key, "GetDataLength",
-                   [&](const Value& v) { return OutDataLength(v, length); });
+    return DescGet(d, key, "GetDataLength", [&](const Value& v) { return OutDataLength(v, length); });
 }
 
 OSErr QZ_HOSTCALL DGetData(PIActionDescriptor d, DescriptorKeyID key, void* value) {
@@ -782,18 +745,14 @@ OSErr QZ_HOSTCALL LPutList(PIActionList l, PIActionList value) {
 }
 
 OSErr QZ_HOSTCALL LPutObject(PIActionList l, DescriptorClassID type, PIActionDescriptor value) {
-    return ListPut(l, "PutObject",
-                   [&](Value& v) { return InObject(value, type, false, "PutObject", v); });
+    return ListPut(l, "PutObject", [&](Value& v) { return InObject(value, type, false, "PutObject", v); });
 }
 
-OSErr QZ_HOSTCALL LPutGlobalObject(PIActionList l, DescriptorClassID type,
-                                   PIActionDescriptor value) {
-    return ListPut(l, "PutGlobalObject",
-                   [&](Value& v) { return InObject(value, type, true, "PutGlobalObject", v); });
+OSErr QZ_HOSTCALL LPutGlobalObject(PIActionList l, DescriptorClassID type, PIActionDescriptor value) {
+    return ListPut(l, "PutGlobalObject", [&](Value& v) { return InObject(value, type, true, "PutGlobalObject", v); });
 }
 
-OSErr QZ_HOSTCALL LPutEnumerated(PIActionList l, DescriptorEnumTypeID type,
-                                 DescriptorEnumID value) {
+OSErr QZ_HOSTCALL LPutEnumerated(PIActionList l, DescriptorEnumTypeID type, DescriptorEnumID value) {
     return ListPut(l, "PutEnumerated", [&](Value& v) {
         v = Value::Enumerated(type, value);
         return noErr;
@@ -801,8 +760,7 @@ OSErr QZ_HOSTCALL LPutEnumerated(PIActionList l, DescriptorEnumTypeID type,
 }
 
 OSErr QZ_HOSTCALL LPutReference(PIActionList l, PIActionReference value) {
-    return ListPut(l, "PutReference",
-                   [&](Value& v) { return InReference(value, "PutReference", v); });
+    return ListPut(l, "PutReference", [&](Value& v) { return InReference(value, "PutReference", v); });
 }
 
 OSErr QZ_HOSTCALL LPutClass(PIActionList l, DescriptorClassID value) {
@@ -831,20 +789,16 @@ OSErr QZ_HOSTCALL LGetFloat(PIActionList l, uint32 index, real64* value) {
     return ListGet(l, index, "GetFloat", [&](const Value& v) { return OutFloat(v, value); });
 }
 
-OSErr QZ_HOSTCALL LGetUnitFloat(PIActionList l, uint32 index, DescriptorUnitID* unit,
-                                real64* value) {
-    return ListGet(l, index, "GetUnitFloat",
-                   [&](const Value& v) { return OutUnitFloat(v, unit, value); });
+OSErr QZ_HOSTCALL LGetUnitFloat(PIActionList l, uint32 index, DescriptorUnitID* unit, real64* value) {
+    return ListGet(l, index, "GetUnitFloat", [&](const Value& v) { return OutUnitFloat(v, unit, value); });
 }
 
 OSErr QZ_HOSTCALL LGetStringLength(PIActionList l, uint32 index, uint32* length) {
-    return ListGet(l, index, "GetStringLength",
-                   [&](const Value& v) { return OutStringLength(v, length); });
+    return ListGet(l, index, "GetStringLength", [&](const Value& v) { return OutStringLength(v, length); });
 }
 
 OSErr QZ_HOSTCALL LGetString(PIActionList l, uint32 index, char* cstr, uint32 maxLength) {
-    return ListGet(l, index, "GetString",
-                   [&](const Value& v) { return OutString(v, cstr, maxLength); });
+    return ListGet(l, index, "GetString", [&](const Value& v) { return OutString(v, cstr, maxLength); });
 }
 
 OSErr QZ_HOSTCALL LGetBoolean(PIActionList l, uint32 index, Boolean* value) {
@@ -855,37 +809,29 @@ OSErr QZ_HOSTCALL LGetList(PIActionList l, uint32 index, PIActionList* value) {
     return ListGet(l, index, "GetList", [&](const Value& v) { return OutList(v, value); });
 }
 
-OSErr QZ_HOSTCALL LGetObject(PIActionList l, uint32 index, DescriptorClassID* type,
-                             PIActionDescriptor* value) {
-    return ListGet(l, index, "GetObject",
-                   [&](const Value& v) { return OutObject(v, typeObject, type, value); });
+OSErr QZ_HOSTCALL LGetObject(PIActionList l, uint32 index, DescriptorClassID* type, PIActionDescriptor* value) {
+    return ListGet(l, index, "GetObject", [&](const Value& v) { return OutObject(v, typeObject, type, value); });
 }
 
-OSErr QZ_HOSTCALL LGetGlobalObject(PIActionList l, uint32 index, DescriptorClassID* type,
-                                   PIActionDescriptor* value) {
+OSErr QZ_HOSTCALL LGetGlobalObject(PIActionList l, uint32 index, DescriptorClassID* type, PIActionDescriptor* value) {
     return ListGet(l, index, "GetGlobalObject",
                    [&](const Value& v) { return OutObject(v, typeGlobalObject, type, value); });
 }
 
-OSErr QZ_HOSTCALL LGetEnumerated(PIActionList l, uint32 index, DescriptorEnumTypeID* type,
-                                 DescriptorEnumID* value) {
-    return ListGet(l, index, "GetEnumerated",
-                   [&](const Value& v) { return OutEnumerated(v, type, value); });
+OSErr QZ_HOSTCALL LGetEnumerated(PIActionList l, uint32 index, DescriptorEnumTypeID* type, DescriptorEnumID* value) {
+    return ListGet(l, index, "GetEnumerated", [&](const Value& v) { return OutEnumerated(v, type, value); });
 }
 
 OSErr QZ_HOSTCALL LGetReference(PIActionList l, uint32 index, PIActionReference* value) {
-    return ListGet(l, index, "GetReference",
-                   [&](const Value& v) { return OutReference(v, value); });
+    return ListGet(l, index, "GetReference", [&](const Value& v) { return OutReference(v, value); });
 }
 
 OSErr QZ_HOSTCALL LGetClass(PIActionList l, uint32 index, DescriptorClassID* value) {
-    return ListGet(l, index, "GetClass",
-                   [&](const Value& v) { return OutClass(v, typeClass, value); });
+    return ListGet(l, index, "GetClass", [&](const Value& v) { return OutClass(v, typeClass, value); });
 }
 
 OSErr QZ_HOSTCALL LGetGlobalClass(PIActionList l, uint32 index, DescriptorClassID* value) {
-    return ListGet(l, index, "GetGlobalClass",
-                   [&](const Value& v) { return OutClass(v, typeGlobalClass, value); });
+    return ListGet(l, index, "GetGlobalClass", [&](const Value& v) { return OutClass(v, typeGlobalClass, value); });
 }
 
 OSErr QZ_HOSTCALL LGetAlias(PIActionList l, uint32 index, Handle* value) {
@@ -896,8 +842,7 @@ OSErr QZ_HOSTCALL LPutIntegers(PIActionList l, uint32 count, const int32* values
     return Guard([&]() -> OSErr {
         ValueList* list = L(l, "PutIntegers");
         if (!list || (!values && count > 0)) return paramErr;
-        for (uint32 i = 0; i < count; ++i)
-            list->Add(Value::Integer(values[i]));
+        for (uint32 i = 0; i < count; ++i) list->Add(Value::Integer(values[i]));
         return noErr;
     });
 }
@@ -915,17 +860,14 @@ OSErr QZ_HOSTCALL LPutData(PIActionList l, int32 length, void* value) {
 }
 
 OSErr QZ_HOSTCALL LGetDataLength(PIActionList l, uint32 index, int32* length) {
-    return ListGet(l, index, "GetDataLength",
-                   [&](const Value& v) { return OutDataLength(v, length); });
+    return ListGet(l, index, "GetDataLength", [&](const Value& v) { return OutDataLength(v, length); });
 }
 
 OSErr QZ_HOSTCALL LGetData(PIActionList l, uint32 index, void* value) {
     return ListGet(l, index, "GetData", [&](const Value& v) { return OutData(v, value); });
 }
 
-OSErr QZ_HOSTCALL LPutZString(PIActionList, ASZString) {
-    return kErrNoZStrings;
-}
+OSErr QZ_HOSTCALL LPutZString(PIActionList, ASZString) { return kErrNoZStrings; }
 
 OSErr QZ_HOSTCALL LGetZString(PIActionList, uint32, ASZString* zstring) {
     if (zstring) *zstring = nullptr;
@@ -940,8 +882,7 @@ OSErr QZ_HOSTCALL LPutInteger64(PIActionList l, int64 value) {
 }
 
 OSErr QZ_HOSTCALL LGetInteger64(PIActionList l, uint32 index, int64* value) {
-    return ListGet(l, index, "GetInteger64",
-                   [&](const Value& v) { return OutInteger64(v, value); });
+    return ListGet(l, index, "GetInteger64", [&](const Value& v) { return OutInteger64(v, value); });
 }
 
 // ---- Action reference suite ----
@@ -955,8 +896,7 @@ OSErr RefPut(PIActionReference r, const char* op, ReferencePart part) {
 }
 
 // Getters read the first part, and only in its own form.
-template <class F>
-OSErr RefGet(PIActionReference r, const char* op, DescriptorFormID form, F&& read) {
+template <class F> OSErr RefGet(PIActionReference r, const char* op, DescriptorFormID form, F&& read) {
     return Guard([&]() -> OSErr {
         const Reference* ref = R(r, op);
         if (!ref || ref->Count() == 0) return paramErr;
@@ -1004,8 +944,7 @@ OSErr QZ_HOSTCALL RPutIndex(PIActionReference r, DescriptorClassID desiredClass,
     return RefPut(r, "PutIndex", ReferencePart::Index(desiredClass, value));
 }
 
-OSErr QZ_HOSTCALL RPutIdentifier(PIActionReference r, DescriptorClassID desiredClass,
-                                 uint32 value) {
+OSErr QZ_HOSTCALL RPutIdentifier(PIActionReference r, DescriptorClassID desiredClass, uint32 value) {
     return RefPut(r, "PutIdentifier", ReferencePart::Identifier(desiredClass, value));
 }
 
@@ -1013,13 +952,12 @@ OSErr QZ_HOSTCALL RPutOffset(PIActionReference r, DescriptorClassID desiredClass
     return RefPut(r, "PutOffset", ReferencePart::Offset(desiredClass, value));
 }
 
-OSErr QZ_HOSTCALL RPutEnumerated(PIActionReference r, DescriptorClassID desiredClass,
-                                 DescriptorEnumTypeID type, DescriptorEnumID value) {
+OSErr QZ_HOSTCALL RPutEnumerated(PIActionReference r, DescriptorClassID desiredClass, DescriptorEnumTypeID type,
+                                 DescriptorEnumID value) {
     return RefPut(r, "PutEnumerated", ReferencePart::Enumerated(desiredClass, type, value));
 }
 
-OSErr QZ_HOSTCALL RPutProperty(PIActionReference r, DescriptorClassID desiredClass,
-                               DescriptorKeyID value) {
+OSErr QZ_HOSTCALL RPutProperty(PIActionReference r, DescriptorClassID desiredClass, DescriptorKeyID value) {
     return RefPut(r, "PutProperty", ReferencePart::Property(desiredClass, value));
 }
 
@@ -1064,8 +1002,7 @@ OSErr QZ_HOSTCALL RGetOffset(PIActionReference r, int32* value) {
     });
 }
 
-OSErr QZ_HOSTCALL RGetEnumerated(PIActionReference r, DescriptorEnumTypeID* type,
-                                 DescriptorEnumID* value) {
+OSErr QZ_HOSTCALL RGetEnumerated(PIActionReference r, DescriptorEnumTypeID* type, DescriptorEnumID* value) {
     return RefGet(r, "GetEnumerated", kFormEnumerated, [&](const ReferencePart& p) -> OSErr {
         if (!value) return paramErr;
         if (type) *type = p.enumType;
@@ -1091,9 +1028,7 @@ OSErr QZ_HOSTCALL RGetContainer(PIActionReference r, PIActionReference* value) {
     });
 }
 
-OSErr QZ_HOSTCALL RPutNameZString(PIActionReference, DescriptorClassID, ASZString) {
-    return kErrNoZStrings;
-}
+OSErr QZ_HOSTCALL RPutNameZString(PIActionReference, DescriptorClassID, ASZString) { return kErrNoZStrings; }
 
 OSErr QZ_HOSTCALL RGetNameZString(PIActionReference, ASZString* zstring) {
     if (zstring) *zstring = nullptr;
@@ -1115,8 +1050,7 @@ OSErr Resolve(const State& s, const Reference& ref, Descriptor& out) {
     if (layer.desiredClass != kClassLayer) return kErrNoSuchElement;
 
     std::string name;
-    if (layer.form == kFormEnumerated &&
-        (layer.enumType == kTypeOrdinal || layer.enumType == typeEnumerated) &&
+    if (layer.form == kFormEnumerated && (layer.enumType == kTypeOrdinal || layer.enumType == typeEnumerated) &&
         layer.enumValue == kEnumTarget) {
         name = s.view.targetLayerName ? s.view.targetLayerName() : std::string();
         if (name.empty()) return kErrNoSuchElement;
@@ -1385,8 +1319,7 @@ const void* ActionSuites::Table(const char* name, int32 version) {
         if (version == kPSActionReferenceSuiteVersion2) return &kReferenceProcs2;
         if (version == kPSActionReferenceSuiteVersion3) return &kReferenceProcs3;
     } else if (n == kPSBasicActionControlSuite) {
-        if (version == kPSBasicActionControlSuiteVersion1 ||
-            version == kPSBasicActionControlSuiteVersion2)
+        if (version == kPSBasicActionControlSuiteVersion1 || version == kPSBasicActionControlSuiteVersion2)
             return &kBasicActionControlProcs;
     }
     return nullptr;
@@ -1396,15 +1329,12 @@ PIActionDescriptor ActionSuites::NewDescriptor(const Descriptor& descriptor) {
     return NewDescriptorObject(state_.get(), descriptor);
 }
 
-const Descriptor* ActionSuites::FindDescriptor(PIActionDescriptor descriptor,
-                                               const char* operation) {
+const Descriptor* ActionSuites::FindDescriptor(PIActionDescriptor descriptor, const char* operation) {
     Object* o = Find(state_.get(), descriptor, Kind::Descriptor, operation);
     return o ? &o->descriptor : nullptr;
 }
 
-void ActionSuites::RecordMisuse(std::string what) {
-    state_->misuse.push_back(std::move(what));
-}
+void ActionSuites::RecordMisuse(std::string what) { state_->misuse.push_back(std::move(what)); }
 
 std::vector<std::string> ActionSuites::TakeMisuse() {
     State& s = *state_;
@@ -1417,8 +1347,7 @@ std::vector<std::string> ActionSuites::TakeMisuse() {
     }
     for (Kind kind : {Kind::Descriptor, Kind::List, Kind::Reference}) {
         if (leaked[int(kind)] > 0)
-            s.misuse.push_back("Free: " + std::to_string(leaked[int(kind)]) + " " + KindName(kind) +
-                               "(s) never freed");
+            s.misuse.push_back("Free: " + std::to_string(leaked[int(kind)]) + " " + KindName(kind) + "(s) never freed");
     }
     std::vector<std::string> all = std::exchange(Stray(), {});
     all.insert(all.end(), s.misuse.begin(), s.misuse.end());
@@ -1426,9 +1355,7 @@ std::vector<std::string> ActionSuites::TakeMisuse() {
     return all;
 }
 
-ActionSuites* ActionSuites::Current() {
-    return gCurrent;
-}
+ActionSuites* ActionSuites::Current() { return gCurrent; }
 
 void ActionSuites::SetCurrent(ActionSuites* suites) {
     gCurrent = suites;

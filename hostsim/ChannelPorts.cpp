@@ -82,7 +82,8 @@ OSErr Read(const Port& port, const VRect& source, const VRect& destination, cons
         const uint8* srcRow = port.base + size_t(sy) * port.rowStep;
         for (int32 x = left; x < right; ++x) {
             const int64 sx = int64(source.left) + ((int64(x) - destination.left) * sw) / dw;
-            std::memcpy(row + ((int64(x) - write.left) * dest->colBits) / 8, srcRow + size_t(sx) * port.pixelStep, bytes);
+            std::memcpy(row + ((int64(x) - write.left) * dest->colBits) / 8, srcRow + size_t(sx) * port.pixelStep,
+                        bytes);
         }
     }
     wrote = {top, left, bottom, right};
@@ -164,7 +165,9 @@ SPErr QZ_HOSTCALL NoTiling(PIChannelPort, int32, VPoint*, VPoint*) { return kSPU
 SPErr QZ_HOSTCALL NoSupport(PIChannelPort, int32, const VRect*, int32*, VRect*) { return kSPUnimplementedError; }
 SPErr QZ_HOSTCALL NoDependent(PIChannelPort, int32, const VRect*, int32, VRect*) { return kSPUnimplementedError; }
 SPErr QZ_HOSTCALL NoWrite(PIChannelPort, VRect*, const PixelMemoryDesc*) { return kSPUnimplementedError; }
-SPErr QZ_HOSTCALL NoScaled(PIChannelPort, VRect*, const PSScaling*, const PixelMemoryDesc*) { return kSPUnimplementedError; }
+SPErr QZ_HOSTCALL NoScaled(PIChannelPort, VRect*, const PSScaling*, const PixelMemoryDesc*) {
+    return kSPUnimplementedError;
+}
 SPErr QZ_HOSTCALL NoFind(PIChannelPort, const VRect*, const PSScaling*, int32, int32*, VRect*, VRect*) {
     return kSPUnimplementedError;
 }
@@ -187,7 +190,8 @@ struct ChannelName {
 
 ChannelName ColourChannel(int16 mode, int plane) {
     static const ChannelName rgb[] = {{ctRed, "Red"}, {ctGreen, "Green"}, {ctBlue, "Blue"}};
-    static const ChannelName cmyk[] = {{ctCyan, "Cyan"}, {ctMagenta, "Magenta"}, {ctYellow, "Yellow"}, {ctBlack, "Black"}};
+    static const ChannelName cmyk[] = {
+        {ctCyan, "Cyan"}, {ctMagenta, "Magenta"}, {ctYellow, "Yellow"}, {ctBlack, "Black"}};
     static const ChannelName lab[] = {{ctL, "Lightness"}, {ctA, "a"}, {ctB, "b"}};
     switch (mode) {
     case plugInModeRGBColor:
@@ -355,9 +359,11 @@ const ChannelPortProcs* ChannelPorts::Procs() {
 
 const PSChannelPortsSuite* ChannelPorts::Suite(int32 version) {
     static const PSChannelPortsSuite suite = {
-        CountLevels, GetDepth,  GetDataBounds, NoWriteLimit, NoTiling,     NoSupport,    NoDependent, CanRead,
-        CanWrite,    ReadPixelsFromLevel, NoWrite, NoScaled,  NoFind,       NoNew,        NoDispose,   NoSupports,
-        NoApply,     NoAdd,     NoRemove,      NoCopyOnWrite, NoFreeze,   NoRestore};
+        CountLevels, GetDepth,    GetDataBounds, NoWriteLimit, NoTiling,
+        NoSupport,   NoDependent, CanRead,       CanWrite,     ReadPixelsFromLevel,
+        NoWrite,     NoScaled,    NoFind,        NoNew,        NoDispose,
+        NoSupports,  NoApply,     NoAdd,         NoRemove,     NoCopyOnWrite,
+        NoFreeze,    NoRestore};
     return version == kPSChannelPortsSuiteVersion2 || version == kPSChannelPortsSuiteVersion3 ? &suite : nullptr;
 }
 

@@ -19,9 +19,7 @@ int RoundClamp(double v, int lo, int hi) { return Clamp(int(std::floor(v + 0.5))
 
 // ---- CMYK, exact (see the header) ----
 
-Rgb FromCmyk(int c, int m, int y, int k) {
-    return {(c * k + 127) / 255, (m * k + 127) / 255, (y * k + 127) / 255};
-}
+Rgb FromCmyk(int c, int m, int y, int k) { return {(c * k + 127) / 255, (m * k + 127) / 255, (y * k + 127) / 255}; }
 
 void ToCmyk(const Rgb& rgb, int out[4]) {
     const int k = std::max({rgb.r, rgb.g, rgb.b});
@@ -94,9 +92,7 @@ double LabF(double t) {
     return t > kEpsilon * kEpsilon * kEpsilon ? CubeRoot(t) : t / (3.0 * kEpsilon * kEpsilon) + 4.0 / 29.0;
 }
 
-double LabFInverse(double u) {
-    return u > kEpsilon ? u * u * u : 3.0 * kEpsilon * kEpsilon * (u - 4.0 / 29.0);
-}
+double LabFInverse(double u) { return u > kEpsilon ? u * u * u : 3.0 * kEpsilon * kEpsilon * (u - 4.0 / 29.0); }
 
 // L 0-100, a and b about -128..127.
 void ToLab(const Rgb& rgb, double& L, double& a, double& b) {
@@ -125,9 +121,7 @@ int Grey(const Rgb& rgb) { return (299 * rgb.r + 587 * rgb.g + 114 * rgb.b + 500
 
 // ---- Convert8's byte layouts ----
 
-bool KnownSpace(int16 space) {
-    return space >= plugIncolorServicesRGBSpace && space <= plugIncolorServicesHSLSpace;
-}
+bool KnownSpace(int16 space) { return space >= plugIncolorServicesRGBSpace && space <= plugIncolorServicesHSLSpace; }
 
 Rgb BytesToRgb(int16 space, const uint8* c) {
     switch (space) {
@@ -191,8 +185,7 @@ bool ComponentsToRgb(int16 space, const int16* c, Rgb& rgb) {
     case plugIncolorServicesLabSpace:
         rgb = FromLab(Clamp(c[0], 0, 255) * 100.0 / 255.0, Clamp(c[1], 0, 255) - 128.0, Clamp(c[2], 0, 255) - 128.0);
         return true;
-    default:
-        return false;
+    default: return false;
     }
 }
 
@@ -219,8 +212,7 @@ bool RgbToComponents(int16 space, const Rgb& rgb, int16* c) {
         v[2] = RoundClamp(b + 128.0, 0, 255);
         break;
     }
-    default:
-        return false;
+    default: return false;
     }
     for (int i = 0; i < 4; ++i) c[i] = int16(v[i]);
     return true;
@@ -293,9 +285,9 @@ SPErr Convert8(int16 inputSpace, int16 outputSpace, Color8* colours, int16 count
 }
 
 const PSColorSpaceSuite* ColorSpaceSuite() {
-    static const PSColorSpaceSuite suite = {Make,       Delete,       NoStuff,   NoExtract, NoStuffXYZ, NoExtractXYZ,
-                                            Convert8Slot, NoConvert16, NoNativeSpace, NoIsBook, NoName, NoPick,
-                                            No8to16,    No16to8,      NoMonitor, No32to8,   nullptr,    nullptr};
+    static const PSColorSpaceSuite suite = {
+        Make,     Delete, NoStuff, NoExtract, NoStuffXYZ, NoExtractXYZ, Convert8Slot, NoConvert16, NoNativeSpace,
+        NoIsBook, NoName, NoPick,  No8to16,   No16to8,    NoMonitor,    No32to8,      nullptr,     nullptr};
     return &suite;
 }
 
@@ -320,14 +312,12 @@ OSErr ServeColorServices(ColorServicesInfo* info, const ColorServicesSetup& setu
         break;
     case plugIncolorServicesGetSpecialColor: {
         const int32 which = info->selectorParameter.specialColorID;
-        if (which != plugIncolorServicesForegroundColor && which != plugIncolorServicesBackgroundColor)
-            return paramErr;
+        if (which != plugIncolorServicesForegroundColor && which != plugIncolorServicesBackgroundColor) return paramErr;
         const auto& c = which == plugIncolorServicesForegroundColor ? setup.foreground : setup.background;
         rgb = {c[0], c[1], c[2]};
         break;
     }
-    default:
-        return paramErr;
+    default: return paramErr;
     }
     // The picker keeps the user's space (RGB here) when asked to.
     if (info->resultSpace == plugIncolorServicesChosenSpace) info->resultSpace = plugIncolorServicesRGBSpace;

@@ -40,7 +40,7 @@ const PSColorSpaceSuite* ColorSpaceSuite();
 
 // What the colour services answer with.
 struct ColorServicesSetup {
-    std::array<uint8, 3> foreground = {0, 0, 0};     // RGB
+    std::array<uint8, 3> foreground = {0, 0, 0}; // RGB
     std::array<uint8, 3> background = {255, 255, 255};
     // The user's answer to the picker: cancel, a colour, or (neither) OK on the colour given.
     bool pickerCancels = false;
@@ -49,7 +49,6 @@ struct ColorServicesSetup {
 
 // Serves one colorServices request: choose colour (0), convert (1) and special colour (3);
 // a sample point (2) answers paramErr. Every picker prompt is appended to `prompts`.
-OSErr ServeColorServices(ColorServicesInfo* info, const ColorServicesSetup& setup,
-                         std::vector<std::string>& prompts);
+OSErr ServeColorServices(ColorServicesInfo* info, const ColorServicesSetup& setup, std::vector<std::string>& prompts);
 
 } // namespace hostsim

@@ -25,12 +25,10 @@ public:
 
     void U8(uint8 v) { out.push_back(char(v)); }
     void U32(uint32 v) {
-        for (int i = 0; i < 4; ++i)
-            out.push_back(char((v >> (8 * i)) & 0xFF));
+        for (int i = 0; i < 4; ++i) out.push_back(char((v >> (8 * i)) & 0xFF));
     }
     void U64(uint64 v) {
-        for (int i = 0; i < 8; ++i)
-            out.push_back(char((v >> (8 * i)) & 0xFF));
+        for (int i = 0; i < 8; ++i) out.push_back(char((v >> (8 * i)) & 0xFF));
     }
     void F64(double v) {
         uint64 bits;
@@ -45,51 +43,35 @@ public:
     void Part(const ReferencePart& p) {
         U32(p.desiredClass);
         U32(p.form);
-        if (p.form == kFormName)
-            Bytes(p.name);
-        else if (p.form == kFormIndex || p.form == kFormIdentifier)
-            U32(p.index);
-        else if (p.form == kFormOffset)
-            U32(uint32(p.offset));
+        if (p.form == kFormName) Bytes(p.name);
+        else if (p.form == kFormIndex || p.form == kFormIdentifier) U32(p.index);
+        else if (p.form == kFormOffset) U32(uint32(p.offset));
         else if (p.form == kFormEnumerated) {
             U32(p.enumType);
             U32(p.enumValue);
-        } else if (p.form == kFormProperty)
-            U32(p.property);
+        } else if (p.form == kFormProperty) U32(p.property);
     }
 
     void Val(const Value& v) {
         U32(v.type);
         switch (v.type) {
-        case typeInteger:
-            U32(uint32(int32(v.integer)));
-            break;
-        case typeSInt64:
-            U64(uint64(v.integer));
-            break;
-        case typeFloat:
-            F64(v.number);
-            break;
+        case typeInteger: U32(uint32(int32(v.integer))); break;
+        case typeSInt64: U64(uint64(v.integer)); break;
+        case typeFloat: F64(v.number); break;
         case typeUnitFloat:
             U32(v.code);
             F64(v.number);
             break;
-        case typeBoolean:
-            U8(v.integer ? 1 : 0);
-            break;
+        case typeBoolean: U8(v.integer ? 1 : 0); break;
         case typeChar:
         case typeAlias:
-        case typeRawData:
-            Bytes(v.bytes);
-            break;
+        case typeRawData: Bytes(v.bytes); break;
         case typeEnumerated:
             U32(v.code);
             U32(v.code2);
             break;
         case typeClass:
-        case typeGlobalClass:
-            U32(v.code);
-            break;
+        case typeGlobalClass: U32(v.code); break;
         case typeObject:
         case typeGlobalObject:
             U32(v.code);
@@ -97,16 +79,13 @@ public:
             break;
         case typeValueList:
             U32(uint32(v.list.Count()));
-            for (size_t i = 0; i < v.list.Count(); ++i)
-                Val(v.list.At(i));
+            for (size_t i = 0; i < v.list.Count(); ++i) Val(v.list.At(i));
             break;
         case typeObjectReference:
             U32(uint32(v.reference.Count()));
-            for (size_t i = 0; i < v.reference.Count(); ++i)
-                Part(v.reference.At(i));
+            for (size_t i = 0; i < v.reference.Count(); ++i) Part(v.reference.At(i));
             break;
-        default:
-            break; // Put refuses every other type
+        default: break; // Put refuses every other type
         }
     }
 
@@ -191,10 +170,8 @@ public:
             v.integer = int64(x);
             return true;
         }
-        case typeFloat:
-            return F64(v.number);
-        case typeUnitFloat:
-            return U32(v.code) && F64(v.number);
+        case typeFloat: return F64(v.number);
+        case typeUnitFloat: return U32(v.code) && F64(v.number);
         case typeBoolean: {
             uint8 b;
             if (!U8(b) || b > 1) return false;
@@ -203,13 +180,10 @@ public:
         }
         case typeChar:
         case typeAlias:
-        case typeRawData:
-            return Bytes(v.bytes);
-        case typeEnumerated:
-            return U32(v.code) && U32(v.code2);
+        case typeRawData: return Bytes(v.bytes);
+        case typeEnumerated: return U32(v.code) && U32(v.code2);
         case typeClass:
-        case typeGlobalClass:
-            return U32(v.code);
+        case typeGlobalClass: return U32(v.code);
         case typeObject:
         case typeGlobalObject: {
             auto object = std::make_shared<Descriptor>();
@@ -236,8 +210,7 @@ public:
             }
             return true;
         }
-        default:
-            return false;
+        default: return false;
         }
     }
 
@@ -262,9 +235,8 @@ private:
 } // namespace
 
 bool IsKnownForm(DescriptorFormID form) {
-    return form == kFormClass || form == kFormName || form == kFormIndex ||
-           form == kFormIdentifier || form == kFormOffset || form == kFormEnumerated ||
-           form == kFormProperty;
+    return form == kFormClass || form == kFormName || form == kFormIndex || form == kFormIdentifier ||
+           form == kFormOffset || form == kFormEnumerated || form == kFormProperty;
 }
 
 bool IsCarriedType(DescType type) {
@@ -283,10 +255,8 @@ bool IsCarriedType(DescType type) {
     case typeValueList:
     case typeObjectReference:
     case typeAlias:
-    case typeRawData:
-        return true;
-    default:
-        return false;
+    case typeRawData: return true;
+    default: return false;
     }
 }
 
@@ -298,10 +268,8 @@ std::string CodeText(uint32 code) {
         printable = printable && c >= 0x20 && c < 0x7F;
     }
     if (printable)
-        std::snprintf(text, sizeof text, "'%c%c%c%c'", char(code >> 24), char(code >> 16),
-                      char(code >> 8), char(code));
-    else
-        std::snprintf(text, sizeof text, "0x%08X", unsigned(code));
+        std::snprintf(text, sizeof text, "'%c%c%c%c'", char(code >> 24), char(code >> 16), char(code >> 8), char(code));
+    else std::snprintf(text, sizeof text, "0x%08X", unsigned(code));
     return text;
 }
 
@@ -382,18 +350,10 @@ bool ValueList::Add(Value value) {
     return true;
 }
 
-size_t ValueList::Count() const {
-    return items_.size();
-}
-const Value& ValueList::At(size_t i) const {
-    return items_[i];
-}
-void ValueList::Clear() {
-    items_.clear();
-}
-bool ValueList::operator==(const ValueList& other) const {
-    return items_ == other.items_;
-}
+size_t ValueList::Count() const { return items_.size(); }
+const Value& ValueList::At(size_t i) const { return items_[i]; }
+void ValueList::Clear() { items_.clear(); }
+bool ValueList::operator==(const ValueList& other) const { return items_ == other.items_; }
 
 // ---- Value ----
 
@@ -503,40 +463,28 @@ Value Value::Data(std::string bytes) {
     return x;
 }
 
-const Descriptor& Value::ObjectValue() const {
-    return object ? *object : EmptyDescriptor();
-}
+const Descriptor& Value::ObjectValue() const { return object ? *object : EmptyDescriptor(); }
 
 bool Value::operator==(const Value& o) const {
     if (type != o.type) return false;
     switch (type) {
     case typeInteger:
     case typeSInt64:
-    case typeBoolean:
-        return integer == o.integer;
+    case typeBoolean: return integer == o.integer;
     // Bit patterns, so that a NaN equals itself as it does in the byte form.
-    case typeFloat:
-        return std::memcmp(&number, &o.number, sizeof number) == 0;
-    case typeUnitFloat:
-        return code == o.code && std::memcmp(&number, &o.number, sizeof number) == 0;
+    case typeFloat: return std::memcmp(&number, &o.number, sizeof number) == 0;
+    case typeUnitFloat: return code == o.code && std::memcmp(&number, &o.number, sizeof number) == 0;
     case typeChar:
     case typeAlias:
-    case typeRawData:
-        return bytes == o.bytes;
-    case typeEnumerated:
-        return code == o.code && code2 == o.code2;
+    case typeRawData: return bytes == o.bytes;
+    case typeEnumerated: return code == o.code && code2 == o.code2;
     case typeClass:
-    case typeGlobalClass:
-        return code == o.code;
+    case typeGlobalClass: return code == o.code;
     case typeObject:
-    case typeGlobalObject:
-        return code == o.code && ObjectValue() == o.ObjectValue();
-    case typeValueList:
-        return list == o.list;
-    case typeObjectReference:
-        return reference == o.reference;
-    default:
-        return true;
+    case typeGlobalObject: return code == o.code && ObjectValue() == o.ObjectValue();
+    case typeValueList: return list == o.list;
+    case typeObjectReference: return reference == o.reference;
+    default: return true;
     }
 }
 
@@ -544,53 +492,30 @@ bool Value::operator==(const Value& o) const {
 
 bool Descriptor::Put(DescriptorKeyID key, Value value) {
     if (!IsCarriedType(value.type)) return false;
-    if (Value* existing = FindMutable(key))
-        *existing = std::move(value);
-    else
-        items_.push_back(Item{key, std::move(value)});
+    if (Value* existing = FindMutable(key)) *existing = std::move(value);
+    else items_.push_back(Item{key, std::move(value)});
     return true;
 }
 
-void Descriptor::PutInteger(DescriptorKeyID key, int32 v) {
-    Put(key, Value::Integer(v));
-}
-void Descriptor::PutFloat(DescriptorKeyID key, double v) {
-    Put(key, Value::Float(v));
-}
+void Descriptor::PutInteger(DescriptorKeyID key, int32 v) { Put(key, Value::Integer(v)); }
+void Descriptor::PutFloat(DescriptorKeyID key, double v) { Put(key, Value::Float(v)); }
 void Descriptor::PutUnitFloat(DescriptorKeyID key, DescriptorUnitID unit, double v) {
     Put(key, Value::UnitFloat(unit, v));
 }
-void Descriptor::PutBoolean(DescriptorKeyID key, bool v) {
-    Put(key, Value::Bool(v));
-}
-void Descriptor::PutText(DescriptorKeyID key, std::string text) {
-    Put(key, Value::Text(std::move(text)));
-}
-void Descriptor::PutEnumerated(DescriptorKeyID key, DescriptorEnumTypeID type,
-                               DescriptorEnumID value) {
+void Descriptor::PutBoolean(DescriptorKeyID key, bool v) { Put(key, Value::Bool(v)); }
+void Descriptor::PutText(DescriptorKeyID key, std::string text) { Put(key, Value::Text(std::move(text))); }
+void Descriptor::PutEnumerated(DescriptorKeyID key, DescriptorEnumTypeID type, DescriptorEnumID value) {
     Put(key, Value::Enumerated(type, value));
 }
-void Descriptor::PutClass(DescriptorKeyID key, DescriptorClassID cls) {
-    Put(key, Value::Class(cls));
-}
+void Descriptor::PutClass(DescriptorKeyID key, DescriptorClassID cls) { Put(key, Value::Class(cls)); }
 void Descriptor::PutObject(DescriptorKeyID key, DescriptorClassID cls, const Descriptor& object) {
     Put(key, Value::Object(cls, object));
 }
-void Descriptor::PutList(DescriptorKeyID key, ValueList list) {
-    Put(key, Value::List(std::move(list)));
-}
-void Descriptor::PutReference(DescriptorKeyID key, Reference reference) {
-    Put(key, Value::Ref(std::move(reference)));
-}
-void Descriptor::PutInt64(DescriptorKeyID key, int64 v) {
-    Put(key, Value::Int64(v));
-}
-void Descriptor::PutData(DescriptorKeyID key, std::string bytes) {
-    Put(key, Value::Data(std::move(bytes)));
-}
-void Descriptor::PutAlias(DescriptorKeyID key, std::string bytes) {
-    Put(key, Value::Alias(std::move(bytes)));
-}
+void Descriptor::PutList(DescriptorKeyID key, ValueList list) { Put(key, Value::List(std::move(list))); }
+void Descriptor::PutReference(DescriptorKeyID key, Reference reference) { Put(key, Value::Ref(std::move(reference))); }
+void Descriptor::PutInt64(DescriptorKeyID key, int64 v) { Put(key, Value::Int64(v)); }
+void Descriptor::PutData(DescriptorKeyID key, std::string bytes) { Put(key, Value::Data(std::move(bytes))); }
+void Descriptor::PutAlias(DescriptorKeyID key, std::string bytes) { Put(key, Value::Alias(std::move(bytes))); }
 
 namespace {
 const Value* Typed(const Descriptor& d, DescriptorKeyID key, DescType type) {
@@ -632,8 +557,7 @@ bool Descriptor::GetText(DescriptorKeyID key, std::string& text) const {
     return x != nullptr;
 }
 
-bool Descriptor::GetEnumerated(DescriptorKeyID key, DescriptorEnumTypeID& type,
-                               DescriptorEnumID& value) const {
+bool Descriptor::GetEnumerated(DescriptorKeyID key, DescriptorEnumTypeID& type, DescriptorEnumID& value) const {
     const Value* x = Typed(*this, key, typeEnumerated);
     if (x) {
         type = x->code;
@@ -648,8 +572,7 @@ bool Descriptor::GetClass(DescriptorKeyID key, DescriptorClassID& cls) const {
     return x != nullptr;
 }
 
-bool Descriptor::GetObjectValue(DescriptorKeyID key, DescriptorClassID& cls,
-                                Descriptor& object) const {
+bool Descriptor::GetObjectValue(DescriptorKeyID key, DescriptorClassID& cls, Descriptor& object) const {
     const Value* x = Typed(*this, key, typeObject);
     if (x) {
         cls = x->code;
@@ -718,8 +641,7 @@ Value* Descriptor::FindMutable(DescriptorKeyID key) {
 bool Descriptor::operator==(const Descriptor& other) const {
     if (items_.size() != other.items_.size()) return false;
     for (size_t i = 0; i < items_.size(); ++i)
-        if (items_[i].key != other.items_[i].key || !(items_[i].value == other.items_[i].value))
-            return false;
+        if (items_[i].key != other.items_[i].key || !(items_[i].value == other.items_[i].value)) return false;
     return true;
 }
 
@@ -732,8 +654,7 @@ std::string Descriptor::Serialize() const {
 
 bool Descriptor::Deserialize(const void* data, size_t size, Descriptor& out) {
     out.Clear();
-    if (!data || size < sizeof kMagic || std::memcmp(data, kMagic, sizeof kMagic) != 0)
-        return false;
+    if (!data || size < sizeof kMagic || std::memcmp(data, kMagic, sizeof kMagic) != 0) return false;
     Reader r(static_cast<const uint8*>(data) + sizeof kMagic, size - sizeof kMagic);
     Descriptor d;
     if (!r.Desc(d, 0) || r.Left() != 0) return false;

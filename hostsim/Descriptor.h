@@ -56,8 +56,7 @@ struct ReferencePart {
     static ReferencePart Index(DescriptorClassID desiredClass, uint32 index);
     static ReferencePart Identifier(DescriptorClassID desiredClass, uint32 id);
     static ReferencePart Offset(DescriptorClassID desiredClass, int32 offset);
-    static ReferencePart Enumerated(DescriptorClassID desiredClass, DescriptorEnumTypeID type,
-                                    DescriptorEnumID value);
+    static ReferencePart Enumerated(DescriptorClassID desiredClass, DescriptorEnumTypeID type, DescriptorEnumID value);
     static ReferencePart Property(DescriptorClassID desiredClass, DescriptorKeyID key);
 
     bool operator==(const ReferencePart& other) const = default;
@@ -156,8 +155,7 @@ public:
     bool GetUnitFloat(DescriptorKeyID key, DescriptorUnitID& unit, double& v) const;
     bool GetBoolean(DescriptorKeyID key, bool& v) const;
     bool GetText(DescriptorKeyID key, std::string& text) const;
-    bool GetEnumerated(DescriptorKeyID key, DescriptorEnumTypeID& type,
-                       DescriptorEnumID& value) const;
+    bool GetEnumerated(DescriptorKeyID key, DescriptorEnumTypeID& type, DescriptorEnumID& value) const;
     bool GetClass(DescriptorKeyID key, DescriptorClassID& cls) const;
     // Not "GetObject": windows.h turns that name into a macro.
     bool GetObjectValue(DescriptorKeyID key, DescriptorClassID& cls, Descriptor& object) const;

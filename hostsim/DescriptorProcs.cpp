@@ -20,10 +20,8 @@ struct Reader {
     bool leakReported = false;
 
     void Note(OSErr e) {
-        if (e < 0 && worst >= 0)
-            worst = e;
-        else if (e > 0 && worst == noErr)
-            worst = e;
+        if (e < 0 && worst >= 0) worst = e;
+        else if (e > 0 && worst == noErr) worst = e;
     }
 };
 
@@ -100,8 +98,7 @@ Writer* FindWriter(PIWriteDescriptor token, const char* op) {
 bool HandleBytes(Handle h, const char* op, std::string& out) {
     if (!h) return false;
     if (!IsLiveHandle(h)) {
-        if (DescriptorProcs::State* s = Current(op))
-            Misuse(s, op, "the handle is not a live host handle");
+        if (DescriptorProcs::State* s = Current(op)) Misuse(s, op, "the handle is not a live host handle");
         return false;
     }
     out.assign(*h, size_t(HandleSize(h)));
@@ -184,8 +181,7 @@ OSErr QZ_HOSTCALL CloseRead(PIReadDescriptor token) {
     return r->worst;
 }
 
-Boolean QZ_HOSTCALL GetKey(PIReadDescriptor token, DescriptorKeyID* key, DescType* type,
-                           int32* flags) {
+Boolean QZ_HOSTCALL GetKey(PIReadDescriptor token, DescriptorKeyID* key, DescType* type, int32* flags) {
     Reader* r = FindReader(token, "getKey");
     if (!r) return 0;
     if (r->next >= r->descriptor.Count()) {
@@ -286,17 +282,13 @@ OSErr QZ_HOSTCALL GetSimpleReference(PIReadDescriptor token, PIDescriptorSimpleR
         std::memset(out, 0, sizeof *out);
         out->desiredClass = p.desiredClass;
         out->keyForm = p.form;
-        if (p.form == kFormName)
-            ToStr255(p.name, out->keyData.name);
-        else if (p.form == kFormIndex || p.form == kFormIdentifier)
-            out->keyData.index = int32(p.index);
-        else if (p.form == kFormOffset)
-            out->keyData.index = p.offset;
+        if (p.form == kFormName) ToStr255(p.name, out->keyData.name);
+        else if (p.form == kFormIndex || p.form == kFormIdentifier) out->keyData.index = int32(p.index);
+        else if (p.form == kFormOffset) out->keyData.index = p.offset;
         else if (p.form == kFormEnumerated) {
             out->keyData.type = p.enumType;
             out->keyData.value = p.enumValue;
-        } else if (p.form == kFormProperty)
-            out->keyData.type = p.property;
+        } else if (p.form == kFormProperty) out->keyData.type = p.property;
         return noErr;
     });
 }
@@ -315,12 +307,9 @@ OSErr QZ_HOSTCALL GetObject(PIReadDescriptor token, DescType* type, PIDescriptor
 OSErr QZ_HOSTCALL GetCount(PIReadDescriptor token, uint32* out) {
     return Get(token, "getCount", [&](const Value& v) -> OSErr {
         if (!out) return paramErr;
-        if (v.type == typeInteger)
-            *out = uint32(int32(v.integer));
-        else if (v.type == typeValueList)
-            *out = uint32(v.list.Count());
-        else
-            return paramErr;
+        if (v.type == typeInteger) *out = uint32(int32(v.integer));
+        else if (v.type == typeValueList) *out = uint32(v.list.Count());
+        else return paramErr;
         return noErr;
     });
 }
@@ -352,8 +341,7 @@ OSErr PinFloat(double x, const real64* min, const real64* max, real64* out) {
     return pinned == x ? noErr : coercedParamErr;
 }
 
-OSErr QZ_HOSTCALL GetPinnedFloat(PIReadDescriptor token, const real64* min, const real64* max,
-                                 real64* out) {
+OSErr QZ_HOSTCALL GetPinnedFloat(PIReadDescriptor token, const real64* min, const real64* max, real64* out) {
     return Get(token, "getPinnedFloat", [&](const Value& v) -> OSErr {
         if (!out || v.type != typeFloat) return paramErr;
         return PinFloat(v.number, min, max, out);
@@ -452,8 +440,7 @@ OSErr QZ_HOSTCALL PutAlias(PIWriteDescriptor token, DescriptorKeyID key, Handle 
     });
 }
 
-OSErr QZ_HOSTCALL PutEnumerated(PIWriteDescriptor token, DescriptorKeyID key, DescType type,
-                                DescriptorEnumID value) {
+OSErr QZ_HOSTCALL PutEnumerated(PIWriteDescriptor token, DescriptorKeyID key, DescType type, DescriptorEnumID value) {
     return Put(token, "putEnumerated", [&](Descriptor& d) -> OSErr {
         d.PutEnumerated(key, type, value);
         return noErr;
@@ -475,17 +462,13 @@ OSErr QZ_HOSTCALL PutSimpleReference(PIWriteDescriptor token, DescriptorKeyID ke
         p.desiredClass = value->desiredClass;
         p.form = value->keyForm;
         const PIDescriptorKeyData& k = value->keyData;
-        if (p.form == kFormName)
-            p.name.assign(reinterpret_cast<const char*>(k.name + 1), k.name[0]);
-        else if (p.form == kFormIndex || p.form == kFormIdentifier)
-            p.index = uint32(k.index);
-        else if (p.form == kFormOffset)
-            p.offset = k.index;
+        if (p.form == kFormName) p.name.assign(reinterpret_cast<const char*>(k.name + 1), k.name[0]);
+        else if (p.form == kFormIndex || p.form == kFormIdentifier) p.index = uint32(k.index);
+        else if (p.form == kFormOffset) p.offset = k.index;
         else if (p.form == kFormEnumerated) {
             p.enumType = k.type;
             p.enumValue = k.value;
-        } else if (p.form == kFormProperty)
-            p.property = k.type;
+        } else if (p.form == kFormProperty) p.property = k.type;
         Reference ref;
         if (!ref.Add(std::move(p))) return paramErr;
         d.PutReference(key, std::move(ref));
@@ -500,8 +483,7 @@ OSErr PutObjectFrom(PIWriteDescriptor token, const char* op, DescriptorKeyID key
         if (!HandleBytes(value, op, bytes)) return paramErr;
         Descriptor object;
         if (!Descriptor::Deserialize(bytes.data(), bytes.size(), object)) {
-            if (DescriptorProcs::State* s = Current(op))
-                Misuse(s, op, "the handle holds no descriptor");
+            if (DescriptorProcs::State* s = Current(op)) Misuse(s, op, "the handle holds no descriptor");
             return paramErr;
         }
         d.Put(key, global ? Value::GlobalObject(type, object) : Value::Object(type, object));
@@ -509,8 +491,7 @@ OSErr PutObjectFrom(PIWriteDescriptor token, const char* op, DescriptorKeyID key
     });
 }
 
-OSErr QZ_HOSTCALL PutObject(PIWriteDescriptor token, DescriptorKeyID key, DescType type,
-                            PIDescriptorHandle value) {
+OSErr QZ_HOSTCALL PutObject(PIWriteDescriptor token, DescriptorKeyID key, DescType type, PIDescriptorHandle value) {
     return PutObjectFrom(token, "putObject", key, type, value, false);
 }
 
@@ -521,8 +502,7 @@ OSErr QZ_HOSTCALL PutCount(PIWriteDescriptor token, DescriptorKeyID key, uint32 
     });
 }
 
-OSErr QZ_HOSTCALL PutString(PIWriteDescriptor token, DescriptorKeyID key,
-                            const unsigned char* value) {
+OSErr QZ_HOSTCALL PutString(PIWriteDescriptor token, DescriptorKeyID key, const unsigned char* value) {
     return Put(token, "putString", [&](Descriptor& d) -> OSErr {
         if (!value) return paramErr;
         d.PutText(key, std::string(reinterpret_cast<const char*>(value + 1), value[0]));
@@ -601,9 +581,7 @@ DescriptorProcs::~DescriptorProcs() {
     if (gCurrent == state_.get()) gCurrent = nullptr;
 }
 
-PIDescriptorParameters* DescriptorProcs::Parameters() {
-    return &state_->params;
-}
+PIDescriptorParameters* DescriptorProcs::Parameters() { return &state_->params; }
 
 void DescriptorProcs::SetPlayback(const Descriptor* descriptor, int16 playInfo) {
     State& s = *state_;
@@ -659,8 +637,6 @@ std::vector<std::string> DescriptorProcs::TakeMisuse() {
     return all;
 }
 
-void DescriptorProcs::SetCurrent(DescriptorProcs* procs) {
-    gCurrent = procs ? procs->state_.get() : nullptr;
-}
+void DescriptorProcs::SetCurrent(DescriptorProcs* procs) { gCurrent = procs ? procs->state_.get() : nullptr; }
 
 } // namespace hostsim

@@ -31,20 +31,16 @@ int ColourPlanesOf(int16 imageMode) {
     case plugInModeLabColor:
     case plugInModeLab48:
     case plugInModeHSLColor:
-    case plugInModeHSBColor:
-        return 3;
+    case plugInModeHSBColor: return 3;
     case plugInModeCMYKColor:
-    case plugInModeCMYK64:
-        return 4;
+    case plugInModeCMYK64: return 4;
     case plugInModeBitmap:
     case plugInModeGrayScale:
     case plugInModeIndexedColor:
     case plugInModeDuotone:
     case plugInModeGray16:
-    case plugInModeDuotone16:
-        return 1;
-    default:
-        return 0;
+    case plugInModeDuotone16: return 1;
+    default: return 0;
     }
 }
 
@@ -54,7 +50,8 @@ std::string Document::Validate() const {
     if (ColourPlanes() == 0) return "image mode " + std::to_string(imageMode) + " is not held by hostsim";
     if (depth != 8 && depth != 16) return "depth must be 8 or 16";
     const bool deep = imageMode >= plugInModeGray16 && imageMode <= plugInModeDuotone16;
-    if (deep != (depth == 16)) return "image mode " + std::to_string(imageMode) + " does not go with depth " + std::to_string(depth);
+    if (deep != (depth == 16))
+        return "image mode " + std::to_string(imageMode) + " does not go with depth " + std::to_string(depth);
     if (layers.empty()) return "the document has no layer";
     if (targetLayer < 0 || size_t(targetLayer) >= layers.size()) return "the target layer does not exist";
     const size_t samples = PixelCount() * size_t(BytesPerSample());
@@ -170,8 +167,8 @@ void Document::Merge(std::vector<uint8>& colour, std::vector<uint8>& transparenc
     }
 }
 
-Document MakeDocument(int32 width, int32 height, int16 imageMode, int32 depth,
-                      const std::vector<uint8>& interleaved, int planes) {
+Document MakeDocument(int32 width, int32 height, int16 imageMode, int32 depth, const std::vector<uint8>& interleaved,
+                      int planes) {
     Document doc;
     doc.width = width;
     doc.height = height;

@@ -96,8 +96,8 @@ public:
 // A one-layer document from an interleaved buffer of `planes` samples a pixel: the colour
 // planes of `imageMode`, and, when there is one more plane, the layer's transparency (then the
 // layer is "Layer 1"; without transparency it is the flat "Background").
-Document MakeDocument(int32 width, int32 height, int16 imageMode, int32 depth,
-                      const std::vector<uint8>& interleaved, int planes);
+Document MakeDocument(int32 width, int32 height, int16 imageMode, int32 depth, const std::vector<uint8>& interleaved,
+                      int planes);
 
 inline bool IsEmpty(const VRect& r) { return r.bottom <= r.top || r.right <= r.left; }
 

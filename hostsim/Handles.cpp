@@ -54,9 +54,16 @@ void QZ_HOSTCALL RecoverSpaceProc(int32) {}
 } // namespace
 
 const HandleProcs* GetHandleProcs() {
-    static const HandleProcs procs = {kCurrentHandleProcsVersion, kCurrentHandleProcsCount,
-                                      NewProc,    DisposeProc, GetSizeProc, SetSizeProc,
-                                      LockProc,   UnlockProc,  RecoverSpaceProc, DisposeProc};
+    static const HandleProcs procs = {kCurrentHandleProcsVersion,
+                                      kCurrentHandleProcsCount,
+                                      NewProc,
+                                      DisposeProc,
+                                      GetSizeProc,
+                                      SetSizeProc,
+                                      LockProc,
+                                      UnlockProc,
+                                      RecoverSpaceProc,
+                                      DisposeProc};
     return &procs;
 }
 

@@ -57,18 +57,14 @@ void ToFilterColour(const std::array<uint8, 3>& rgb, int16 mode, FilterColor out
         out[0] = c[3];
         return;
     case plugInModeLabColor:
-    case plugInModeLab48:
-        Convert8(plugIncolorServicesRGBSpace, plugIncolorServicesLabSpace, &c, 1);
-        break;
-    default:
-        break;
+    case plugInModeLab48: Convert8(plugIncolorServicesRGBSpace, plugIncolorServicesLabSpace, &c, 1); break;
+    default: break;
     }
     std::memcpy(out, c + 1, 3);
 }
 
 // No exception crosses back into the plug-in.
-template <typename R, typename F>
-R Guarded(R failure, F&& body) {
+template <typename R, typename F> R Guarded(R failure, F&& body) {
     try {
         return body();
     } catch (...) {
@@ -106,9 +102,7 @@ SPErr QZ_HOSTCALL ReleaseSuiteCb(const char* name, int32 version) {
     return h ? Guarded(kSPOutOfMemoryError, [=] { return h->ReleaseSuite(name, version); }) : kSPBadParameterError;
 }
 
-SPBoolean QZ_HOSTCALL IsEqualCb(const char* a, const char* b) {
-    return a && b && std::strcmp(a, b) == 0 ? 1 : 0;
-}
+SPBoolean QZ_HOSTCALL IsEqualCb(const char* a, const char* b) { return a && b && std::strcmp(a, b) == 0 ? 1 : 0; }
 
 SPErr QZ_HOSTCALL AllocateBlockCb(size_t size, void** block) {
     Host* h = Host::Current();
@@ -155,9 +149,7 @@ Host::Host(Document document, HostOptions options, PluginEntry entry)
     CheckDocument();
     registry_ = options_.registry ? options_.registry : std::make_shared<Registry>();
     DocumentView view;
-    view.targetLayerName = [this] {
-        return docError_.empty() ? doc_.Target().name : std::string();
-    };
+    view.targetLayerName = [this] { return docError_.empty() ? doc_.Target().name : std::string(); };
     view.layerVisible = [this](const std::string& name, bool& visible) {
         for (const Layer& layer : doc_.layers)
             if (layer.name == name) {
@@ -174,8 +166,7 @@ Host::Host(Document document, HostOptions options, PluginEntry entry)
     if (!options_.descriptorParameters) scripting_->OmitDescriptorParameters();
     basic_ = {AcquireSuiteCb, ReleaseSuiteCb, IsEqualCb, AllocateBlockCb, FreeBlockCb, ReallocateBlockCb, UndefinedCb};
 #ifdef _WIN32
-    platform_.hwnd = options_.windowsParent ? options_.windowsParent
-                                            : reinterpret_cast<intptr_t>(GetDesktopWindow());
+    platform_.hwnd = options_.windowsParent ? options_.windowsParent : reinterpret_cast<intptr_t>(GetDesktopWindow());
 #else
     platform_.hwnd = 0;
 #endif
@@ -211,9 +202,7 @@ VRect Host::FilterRect() const {
     return doc_.SelectionBounds();
 }
 
-int Host::Calls(int16 selector) const {
-    return selector >= 0 && selector <= 5 ? calls_[size_t(selector)] : calls_[6];
-}
+int Host::Calls(int16 selector) const { return selector >= 0 && selector <= 5 ? calls_[size_t(selector)] : calls_[6]; }
 
 std::vector<std::string> Host::TakeMisuse() {
     // Mid-run, the scripting side would report what the plug-in still legitimately holds.
@@ -269,8 +258,7 @@ int16 Host::Call(int16 selector) {
             handlesUnlocked_ = false;
             Misuse(std::string("the ") + which + " handle is still locked after selector " + std::to_string(selector));
         }
-    if (result == errReportString)
-        errorText_.assign(reinterpret_cast<const char*>(errorString_ + 1), errorString_[0]);
+    if (result == errReportString) errorText_.assign(reinterpret_cast<const char*>(errorString_ + 1), errorString_[0]);
     if (result != noErr && !runError_) runError_ = result;
 
     const bool runOver = selector == filterSelectorFinish ||
@@ -332,8 +320,8 @@ void Host::BeginRun() {
     source_ = doc_.Target();
     layout_ = Planes();
     filterRect_ = FilterRect();
-    haveMask_ = !doc_.selection.empty() &&
-                (options_.maskOffer == MaskOffer::EverySelection || !doc_.SelectionIsRectangle());
+    haveMask_ =
+        !doc_.selection.empty() && (options_.maskOffer == MaskOffer::EverySelection || !doc_.SelectionIsRectangle());
     outPending_ = false;
     ports_.Build(doc_, source_, options_.documentInfoMaxVersion);
     FillRecord();
@@ -378,9 +366,11 @@ void Host::FillRecord() {
     } else if (target.transparency.empty()) {
         r.filterCase = selection ? filterCaseFlatImageWithSelection : filterCaseFlatImageNoSelection;
     } else if (target.transparencyLocked) {
-        r.filterCase = selection ? filterCaseProtectedTransparencyWithSelection : filterCaseProtectedTransparencyNoSelection;
+        r.filterCase =
+            selection ? filterCaseProtectedTransparencyWithSelection : filterCaseProtectedTransparencyNoSelection;
     } else {
-        r.filterCase = selection ? filterCaseEditableTransparencyWithSelection : filterCaseEditableTransparencyNoSelection;
+        r.filterCase =
+            selection ? filterCaseEditableTransparencyWithSelection : filterCaseEditableTransparencyNoSelection;
     }
     r.advanceState = AdvanceStateCb;
     r.supportsPadding = 1;
@@ -474,9 +464,7 @@ VRect Host::ReadRect(int which) const {
     return FromRect16(which == 0 ? record_.inRect : which == 1 ? record_.outRect : record_.maskRect);
 }
 
-bool Host::RequestPending() const {
-    return !IsEmpty(ReadRect(0)) || !IsEmpty(ReadRect(1)) || !IsEmpty(ReadRect(2));
-}
+bool Host::RequestPending() const { return !IsEmpty(ReadRect(0)) || !IsEmpty(ReadRect(1)) || !IsEmpty(ReadRect(2)); }
 
 OSErr Host::AdvanceState() {
     if (!runActive_) {
@@ -534,8 +522,8 @@ OSErr Host::Serve() {
     record_.inData = record_.outData = record_.maskData = nullptr;
     record_.inRowBytes = record_.outRowBytes = record_.maskRowBytes = 0;
     const VRect in = ReadRect(0), out = ReadRect(1), mask = ReadRect(2);
-    requests_.push_back({in, out, mask, record_.inLoPlane, record_.inHiPlane, record_.outLoPlane,
-                         record_.outHiPlane, record_.inputRate, record_.maskRate,
+    requests_.push_back({in, out, mask, record_.inLoPlane, record_.inHiPlane, record_.outLoPlane, record_.outHiPlane,
+                         record_.inputRate, record_.maskRate,
                          record_.bigDocumentData && big_.PluginUsing32BitCoordinates});
     const int planes = layout_.Total();
     const size_t bps = size_t(doc_.BytesPerSample());
@@ -600,7 +588,8 @@ void Host::FlushOutput() {
         const PlaneRef ref = doc_.Plane(target, layout_, outLo_ + int(p));
         for (size_t y = 0; y < h; ++y)
             for (size_t x = 0; x < w; ++x)
-                std::memcpy(ref.base + (size_t(outRect_.top) + y) * ref.rowStep + (size_t(outRect_.left) + x) * ref.pixelStep,
+                std::memcpy(ref.base + (size_t(outRect_.top) + y) * ref.rowStep +
+                                (size_t(outRect_.left) + x) * ref.pixelStep,
                             &outBuf_[((y * w + x) * n + p) * bps], bps);
     }
 }

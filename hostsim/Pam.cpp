@@ -99,8 +99,11 @@ bool ParsePam(const uint8_t* bytes, size_t size, PamImage& image, std::string& e
             error = "header line \"" + key.substr(0, 32) + "\" needs exactly one value";
             return false;
         }
-        int32_t* field = key == "WIDTH" ? &width : key == "HEIGHT" ? &height : key == "DEPTH" ? &depth
-                       : key == "MAXVAL" ? &maxval : nullptr;
+        int32_t* field = key == "WIDTH"    ? &width
+                         : key == "HEIGHT" ? &height
+                         : key == "DEPTH"  ? &depth
+                         : key == "MAXVAL" ? &maxval
+                                           : nullptr;
         if (field) {
             if (*field != 0) {
                 error = key + " is given twice";
@@ -122,8 +125,11 @@ bool ParsePam(const uint8_t* bytes, size_t size, PamImage& image, std::string& e
         }
     }
     if (!width || !height || !depth || !maxval || tuple.empty()) {
-        error = std::string("the header lacks ") + (!width ? "WIDTH" : !height ? "HEIGHT" : !depth ? "DEPTH"
-                                                    : !maxval ? "MAXVAL" : "TUPLTYPE");
+        error = std::string("the header lacks ") + (!width    ? "WIDTH"
+                                                    : !height ? "HEIGHT"
+                                                    : !depth  ? "DEPTH"
+                                                    : !maxval ? "MAXVAL"
+                                                              : "TUPLTYPE");
         return false;
     }
     if (maxval != 255) {
@@ -145,8 +151,8 @@ bool ParsePam(const uint8_t* bytes, size_t size, PamImage& image, std::string& e
         return false;
     }
     if (size - pos < samples) {
-        error = "the pixel data is truncated: " + std::to_string(size - pos) + " of " + std::to_string(samples) +
-                " bytes";
+        error =
+            "the pixel data is truncated: " + std::to_string(size - pos) + " of " + std::to_string(samples) + " bytes";
         return false;
     }
     image.width = width;
@@ -193,9 +199,9 @@ bool EncodePam(const PamImage& image, std::vector<uint8_t>& bytes, std::string& 
         error = "the image size does not match its data";
         return false;
     }
-    const std::string header = "P7\nWIDTH " + std::to_string(image.width) + "\nHEIGHT " +
-                               std::to_string(image.height) + "\nDEPTH " + std::to_string(depth) +
-                               "\nMAXVAL 255\nTUPLTYPE " + image.tupleType + "\nENDHDR\n";
+    const std::string header = "P7\nWIDTH " + std::to_string(image.width) + "\nHEIGHT " + std::to_string(image.height) +
+                               "\nDEPTH " + std::to_string(depth) + "\nMAXVAL 255\nTUPLTYPE " + image.tupleType +
+                               "\nENDHDR\n";
     bytes.assign(header.begin(), header.end());
     bytes.insert(bytes.end(), image.data.begin(), image.data.end());
     return true;

@@ -14,8 +14,8 @@ namespace hostsim {
 struct PamImage {
     int32_t width = 0;
     int32_t height = 0;
-    int32_t depth = 0;     // samples a pixel; follows from the tuple type
-    std::string tupleType; // "RGB", "RGB_ALPHA", "CMYK", "CMYK_ALPHA" or "GRAYSCALE"
+    int32_t depth = 0;         // samples a pixel; follows from the tuple type
+    std::string tupleType;     // "RGB", "RGB_ALPHA", "CMYK", "CMYK_ALPHA" or "GRAYSCALE"
     std::vector<uint8_t> data; // width * height * depth bytes
 };
 

@@ -13,8 +13,7 @@ constexpr char kMagic[4] = {'Q', 'Z', 'r', '1'};
 constexpr std::streamoff kMaxFileSize = std::streamoff(1) << 28;
 
 void PutU32(std::string& out, uint32 v) {
-    for (int i = 0; i < 4; ++i)
-        out.push_back(char((v >> (8 * i)) & 0xFF));
+    for (int i = 0; i < 4; ++i) out.push_back(char((v >> (8 * i)) & 0xFF));
 }
 
 bool GetU32(const std::string& in, size_t& pos, uint32& v) {
@@ -37,8 +36,7 @@ Registry* gSuiteRegistry = nullptr;
 
 // ---- The suite ----
 
-OSErr QZ_HOSTCALL SuiteRegister(const char* key, PIActionDescriptor descriptor,
-                                Boolean isPersistent) {
+OSErr QZ_HOSTCALL SuiteRegister(const char* key, PIActionDescriptor descriptor, Boolean isPersistent) {
     try {
         ActionSuites* suites = ActionSuites::Current();
         if (!key || !suites || !gSuiteRegistry) return paramErr;
@@ -90,9 +88,7 @@ bool Registry::Get(const std::string& key, Descriptor& out) const {
     return true;
 }
 
-bool Registry::Erase(const std::string& key) {
-    return entries_.erase(key) != 0;
-}
+bool Registry::Erase(const std::string& key) { return entries_.erase(key) != 0; }
 
 bool Registry::IsPersistent(const std::string& key) const {
     auto it = entries_.find(key);
@@ -101,16 +97,14 @@ bool Registry::IsPersistent(const std::string& key) const {
 
 std::vector<std::string> Registry::Keys() const {
     std::vector<std::string> keys;
-    for (const auto& [key, entry] : entries_)
-        keys.push_back(key);
+    for (const auto& [key, entry] : entries_) keys.push_back(key);
     return keys;
 }
 
 std::string Registry::SerializePersistent() const {
     std::string out(kMagic, sizeof kMagic);
     uint32 count = 0;
-    for (const auto& [key, entry] : entries_)
-        count += entry.persistent ? 1 : 0;
+    for (const auto& [key, entry] : entries_) count += entry.persistent ? 1 : 0;
     PutU32(out, count);
     for (const auto& [key, entry] : entries_) {
         if (!entry.persistent) continue;
@@ -124,8 +118,7 @@ std::string Registry::SerializePersistent() const {
 }
 
 bool Registry::Deserialize(const std::string& bytes) {
-    if (bytes.size() < sizeof kMagic || std::memcmp(bytes.data(), kMagic, sizeof kMagic) != 0)
-        return false;
+    if (bytes.size() < sizeof kMagic || std::memcmp(bytes.data(), kMagic, sizeof kMagic) != 0) return false;
     size_t pos = sizeof kMagic;
     uint32 count;
     // Each entry takes at least its two lengths.
@@ -165,12 +158,8 @@ bool Registry::Load(const std::string& path) {
     return Deserialize(bytes);
 }
 
-const PSDescriptorRegistryProcs* DescriptorRegistrySuite() {
-    return &kSuite;
-}
+const PSDescriptorRegistryProcs* DescriptorRegistrySuite() { return &kSuite; }
 
-void SetSuiteRegistry(Registry* registry) {
-    gSuiteRegistry = registry;
-}
+void SetSuiteRegistry(Registry* registry) { gSuiteRegistry = registry; }
 
 } // namespace hostsim

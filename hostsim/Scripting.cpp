@@ -12,9 +12,8 @@ namespace {
 
 Scripting* gCurrent = nullptr;
 
-const char* const kOwnedSuites[] = {kPSActionDescriptorSuite, kPSActionListSuite,
-                                    kPSActionReferenceSuite, kPSBasicActionControlSuite,
-                                    kPSDescriptorRegistrySuite};
+const char* const kOwnedSuites[] = {kPSActionDescriptorSuite, kPSActionListSuite, kPSActionReferenceSuite,
+                                    kPSBasicActionControlSuite, kPSDescriptorRegistrySuite};
 
 // Short names for misuse messages.
 std::string SuiteLabel(const std::string& name) {
@@ -57,8 +56,8 @@ SPErr Scripting::Release(const char* name, int32 version) {
     if (!Owns(name)) return kSPSuiteNotFoundError;
     int& held = held_[{name, version}];
     if (held <= 0) {
-        misuse_.push_back("ReleaseSuite: the " + SuiteLabel(name) + " version " +
-                          std::to_string(version) + " released more often than acquired");
+        misuse_.push_back("ReleaseSuite: the " + SuiteLabel(name) + " version " + std::to_string(version) +
+                          " released more often than acquired");
         return kSPBadParameterError;
     }
     --held;
@@ -72,17 +71,11 @@ bool Scripting::Owns(const char* name) const {
     return false;
 }
 
-void Scripting::Omit(const std::string& suiteName) {
-    omitted_.insert(suiteName);
-}
+void Scripting::Omit(const std::string& suiteName) { omitted_.insert(suiteName); }
 
-PIDescriptorParameters* Scripting::DescriptorParameters() {
-    return omitParameters_ ? nullptr : classic_->Parameters();
-}
+PIDescriptorParameters* Scripting::DescriptorParameters() { return omitParameters_ ? nullptr : classic_->Parameters(); }
 
-void Scripting::OmitDescriptorParameters() {
-    omitParameters_ = true;
-}
+void Scripting::OmitDescriptorParameters() { omitParameters_ = true; }
 
 void Scripting::SetPlayback(const Descriptor* descriptor, int16 playInfo) {
     classic_->SetPlayback(descriptor, playInfo);
@@ -95,10 +88,8 @@ bool Scripting::TakeRecorded(Descriptor& recorded, int16& recordInfo) {
 std::vector<std::string> Scripting::TakeMisuse() {
     std::vector<std::string> all = std::move(misuse_);
     misuse_.clear();
-    for (std::string& m : classic_->TakeMisuse())
-        all.push_back(std::move(m));
-    for (std::string& m : actions_->TakeMisuse())
-        all.push_back(std::move(m));
+    for (std::string& m : classic_->TakeMisuse()) all.push_back(std::move(m));
+    for (std::string& m : actions_->TakeMisuse()) all.push_back(std::move(m));
     return all;
 }
 

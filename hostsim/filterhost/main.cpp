@@ -37,47 +37,46 @@ constexpr int kExitUsage = 1;
 constexpr int kExitInput = 2;
 constexpr int kExitPlugin = 3;
 
-const char kHelp[] =
-    "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OUT.pam [--selection MASK.pam]\n"
-    "                  [--dialog] [--cmyk] [--registry FILE] [--no-suite NAME]... [KEY=VALUE]...\n"
-    "\n"
-    "Runs a filter plug-in over a picture as a host plays an action step: Parameters, Prepare,\n"
-    "Start, Continue while the plug-in asks for data, Finish; then writes the result.\n"
-    "\n"
-    "  --plugin PATH.8bf   the module to load (Windows build only; default: Quenzit64.8bf beside\n"
-    "                      this program). The native build runs the plug-in linked into it.\n"
-    "  --in IN.pam         the picture: a PAM (P7) file, MAXVAL 255, TUPLTYPE RGB, RGB_ALPHA,\n"
-    "                      CMYK, CMYK_ALPHA or GRAYSCALE. An alpha plane becomes the layer's\n"
-    "                      transparency. CMYK samples are ink amounts (0 = no ink).\n"
-    "  --out OUT.pam       where the result goes, in the picture's own tuple type.\n"
-    "  --selection MASK.pam  a GRAYSCALE PAM of the same size: the selection (255 = selected).\n"
-    "  --dialog            play the step with its dialog (playInfo 1); default: dialog off (0).\n"
-    "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
-    "                      conversion); the result is then written as CMYK.\n"
-    "  --data DIR          the plug-in's data folder (textures, presets), of any name, for the\n"
-    "                      native build. The Windows module always reads the Quenzit folder\n"
-    "                      beside itself, so there DIR must be that folder and the option\n"
-    "                      changes nothing.\n"
-    "  --random=SEED       play the Auto look (random effects) of SEED, worked out by this\n"
-    "                      program's copy of the filter's code over the data folder the module\n"
-    "                      reads; KEY=VALUE arguments then change it.\n"
-    "  --registry FILE     the descriptor registry: read before the run when FILE exists, and its\n"
-    "                      persistent entries written back after it.\n"
-    "  --no-suite NAME     play a host without NAME (may be repeated). NAME is a suite's full\n"
-    "                      name or one of: descriptor, list, reference, control, registry,\n"
-    "                      colorspace, channelports (suites); basic (no basic suite at all),\n"
-    "                      bigdocument, descriptorparameters, channelportprocs, documentinfo,\n"
-    "                      colorservices (record fields left empty).\n"
-    "  KEY=VALUE           one key of the played descriptor. KEY is a four-character code; the\n"
-    "                      value's type follows its form: true or false is a boolean, a whole\n"
-    "                      number an integer, a number with a dot or exponent a float, \"quoted\"\n"
-    "                      or anything else text. KEY:long=, KEY:doub=, KEY:bool=, KEY:TEXT= and\n"
-    "                      KEY:UntFxxxx= (a unit float, xxxx the unit, e.g. KEY:UntF#Prc=50) give\n"
-    "                      the type. Without any, an empty descriptor is played.\n"
-    "  --help              this text.\n"
-    "\n"
-    "Exit status: 0 done; 1 usage error; 2 an input could not be read, the plug-in could not be\n"
-    "loaded or the output could not be written; 3 the plug-in returned an error (printed).\n";
+const char kHelp[] = "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OUT.pam [--selection MASK.pam]\n"
+                     "                  [--dialog] [--cmyk] [--registry FILE] [--no-suite NAME]... [KEY=VALUE]...\n"
+                     "\n"
+                     "Runs a filter plug-in over a picture as a host plays an action step: Parameters, Prepare,\n"
+                     "Start, Continue while the plug-in asks for data, Finish; then writes the result.\n"
+                     "\n"
+                     "  --plugin PATH.8bf   the module to load (Windows build only; default: Quenzit64.8bf beside\n"
+                     "                      this program). The native build runs the plug-in linked into it.\n"
+                     "  --in IN.pam         the picture: a PAM (P7) file, MAXVAL 255, TUPLTYPE RGB, RGB_ALPHA,\n"
+                     "                      CMYK, CMYK_ALPHA or GRAYSCALE. An alpha plane becomes the layer's\n"
+                     "                      transparency. CMYK samples are ink amounts (0 = no ink).\n"
+                     "  --out OUT.pam       where the result goes, in the picture's own tuple type.\n"
+                     "  --selection MASK.pam  a GRAYSCALE PAM of the same size: the selection (255 = selected).\n"
+                     "  --dialog            play the step with its dialog (playInfo 1); default: dialog off (0).\n"
+                     "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
+                     "                      conversion); the result is then written as CMYK.\n"
+                     "  --data DIR          the plug-in's data folder (textures, presets), of any name, for the\n"
+                     "                      native build. The Windows module always reads the Quenzit folder\n"
+                     "                      beside itself, so there DIR must be that folder and the option\n"
+                     "                      changes nothing.\n"
+                     "  --random=SEED       play the Auto look (random effects) of SEED, worked out by this\n"
+                     "                      program's copy of the filter's code over the data folder the module\n"
+                     "                      reads; KEY=VALUE arguments then change it.\n"
+                     "  --registry FILE     the descriptor registry: read before the run when FILE exists, and its\n"
+                     "                      persistent entries written back after it.\n"
+                     "  --no-suite NAME     play a host without NAME (may be repeated). NAME is a suite's full\n"
+                     "                      name or one of: descriptor, list, reference, control, registry,\n"
+                     "                      colorspace, channelports (suites); basic (no basic suite at all),\n"
+                     "                      bigdocument, descriptorparameters, channelportprocs, documentinfo,\n"
+                     "                      colorservices (record fields left empty).\n"
+                     "  KEY=VALUE           one key of the played descriptor. KEY is a four-character code; the\n"
+                     "                      value's type follows its form: true or false is a boolean, a whole\n"
+                     "                      number an integer, a number with a dot or exponent a float, \"quoted\"\n"
+                     "                      or anything else text. KEY:long=, KEY:doub=, KEY:bool=, KEY:TEXT= and\n"
+                     "                      KEY:UntFxxxx= (a unit float, xxxx the unit, e.g. KEY:UntF#Prc=50) give\n"
+                     "                      the type. Without any, an empty descriptor is played.\n"
+                     "  --help              this text.\n"
+                     "\n"
+                     "Exit status: 0 done; 1 usage error; 2 an input could not be read, the plug-in could not be\n"
+                     "loaded or the output could not be written; 3 the plug-in returned an error (printed).\n";
 
 int Usage(const std::string& message) {
     std::fprintf(stderr, "filterhost: %s\n(filterhost --help tells the options)\n", message.c_str());
@@ -128,7 +127,8 @@ std::string AddKey(const std::string& arg, Descriptor& d) {
         if (value == "true" || value == "false") d.PutBoolean(key, value == "true");
         else if (IsInteger(value) && ParseInt(value, i)) d.PutInteger(key, i);
         else if (value.find_first_of(".eE") != std::string::npos && ParseDouble(value, f)) d.PutFloat(key, f);
-        else if (value.size() >= 2 && value.front() == '"' && value.back() == '"') d.PutText(key, value.substr(1, value.size() - 2));
+        else if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
+            d.PutText(key, value.substr(1, value.size() - 2));
         else d.PutText(key, value);
     } else if (type == "long") {
         if (!ParseInt(value, i)) return "\"" + value + "\" is not an integer";
@@ -317,8 +317,9 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "filterhost: %s\n", error.c_str());
         return kExitInput;
     }
-    int16 mode = image.tupleType == "GRAYSCALE" ? plugInModeGrayScale
-               : image.tupleType.compare(0, 4, "CMYK") == 0 ? plugInModeCMYKColor : plugInModeRGBColor;
+    int16 mode = image.tupleType == "GRAYSCALE"               ? plugInModeGrayScale
+                 : image.tupleType.compare(0, 4, "CMYK") == 0 ? plugInModeCMYKColor
+                                                              : plugInModeRGBColor;
     std::vector<uint8> samples = std::move(image.data);
     int planes = image.depth;
     if (mode == plugInModeCMYKColor) {
@@ -387,8 +388,8 @@ int main(int argc, char** argv) {
     const bool outCmyk = host.Doc().imageMode == plugInModeCMYKColor;
     if (outCmyk) InvertInk(out.data, out.depth);
     const bool outAlpha = out.depth != host.Doc().ColourPlanes();
-    out.tupleType = mode == plugInModeGrayScale ? "GRAYSCALE"
-                  : std::string(outCmyk ? "CMYK" : "RGB") + (outAlpha ? "_ALPHA" : "");
+    out.tupleType =
+        mode == plugInModeGrayScale ? "GRAYSCALE" : std::string(outCmyk ? "CMYK" : "RGB") + (outAlpha ? "_ALPHA" : "");
     if (!WritePam(outPath, out, error)) {
         std::fprintf(stderr, "filterhost: %s\n", error.c_str());
         return kExitInput;

@@ -37,19 +37,14 @@ HlsColor RgbToHls240(int32_t r, int32_t g, int32_t b) {
         return c;
     }
     const int32_t d = hi - lo;
-    if (c.l <= 120)
-        c.s = (d * 240 + (hi + lo) / 2) / (hi + lo);
-    else
-        c.s = (d * 240 + (510 - hi - lo) / 2) / (510 - hi - lo);
+    if (c.l <= 120) c.s = (d * 240 + (hi + lo) / 2) / (hi + lo);
+    else c.s = (d * 240 + (510 - hi - lo) / 2) / (510 - hi - lo);
     const int32_t rd = ((hi - r) * 40 + d / 2) / d;
     const int32_t gd = ((hi - g) * 40 + d / 2) / d;
     const int32_t bd = ((hi - b) * 40 + d / 2) / d;
-    if (r == hi)
-        c.h = bd - gd;
-    else if (g == hi)
-        c.h = 80 + rd - bd;
-    else
-        c.h = 160 + gd - rd;
+    if (r == hi) c.h = bd - gd;
+    else if (g == hi) c.h = 80 + rd - bd;
+    else c.h = 160 + gd - rd;
     if (c.h < 0) c.h += 240;
     if (c.h > 240) c.h -= 240;
     return c;
@@ -75,17 +70,12 @@ HslColor RgbToHsl255(int32_t r, int32_t g, int32_t b) {
         const double d = double(hi - lo);
         // 511 and not 510 on the light side: the scale's own quirk.
         s = l < 128.0 ? d * 255.0 / double(hi + lo) : d * 255.0 / double(511 - hi - lo);
-        if (r == hi)
-            h = double(g - b) / d;
-        else if (g == hi)
-            h = double(b - r) / d + 2.0;
-        else
-            h = double(r - g) / d + 4.0;
+        if (r == hi) h = double(g - b) / d;
+        else if (g == hi) h = double(b - r) / d + 2.0;
+        else h = double(r - g) / d + 4.0;
         h *= 42.5;
-        if (h < 0.0)
-            h += 255.0;
-        else if (h > 255.0)
-            h -= 255.0;
+        if (h < 0.0) h += 255.0;
+        else if (h > 255.0) h -= 255.0;
     }
     return {int32_t(h + 0.5), int32_t(s + 0.5), int32_t(l + 0.5)};
 }

@@ -11,7 +11,9 @@ struct Offset {
 };
 
 Offset Unpack(uint32_t w) { return {int16_t(uint16_t(w & 0xFFFF)), int16_t(uint16_t(w >> 16))}; }
-uint32_t Pack(int32_t dx, int32_t dy) { return uint32_t(uint16_t(int16_t(dx))) | (uint32_t(uint16_t(int16_t(dy))) << 16); }
+uint32_t Pack(int32_t dx, int32_t dy) {
+    return uint32_t(uint16_t(int16_t(dx))) | (uint32_t(uint16_t(int16_t(dy))) << 16);
+}
 int64_t Square(Offset o) { return int64_t(o.dx) * o.dx + int64_t(o.dy) * o.dy; }
 
 // The neighbour's offset moved by (ddx, ddy) replaces the word only when strictly nearer.

@@ -29,9 +29,7 @@ const char* LayerFileName(const EffectLayer& layer) {
     return gParams->BackgroundFileName;
 }
 
-bool LayerHasTexture(const EffectLayer& layer) {
-    return std::strcmp(LayerFileName(layer), kNoTextureName) != 0;
-}
+bool LayerHasTexture(const EffectLayer& layer) { return std::strcmp(LayerFileName(layer), kNoTextureName) != 0; }
 
 void ConstructLayer(EffectLayer& layer) { layer = EffectLayer(); }
 
@@ -85,13 +83,13 @@ Placement PlacementOf(const EffectLayer& layer) {
     if (&layer == &WashLayers[1])
         return {&p.WashScale2, &p.WashFlipHor2, &p.WashFlipVer2, &p.WashAngle2, &p.WashOffsetX2, &p.WashOffsetY2};
     if (&layer == &SurfaceLayers[0])
-        return {&p.SurfaceScale1, &p.SurfaceFlipHor1, &p.SurfaceFlipVer1, &p.SurfaceAngle1, &p.SurfaceOffsetX1,
-                &p.SurfaceOffsetY1};
+        return {&p.SurfaceScale1, &p.SurfaceFlipHor1, &p.SurfaceFlipVer1,
+                &p.SurfaceAngle1, &p.SurfaceOffsetX1, &p.SurfaceOffsetY1};
     if (&layer == &SurfaceLayers[1])
-        return {&p.SurfaceScale2, &p.SurfaceFlipHor2, &p.SurfaceFlipVer2, &p.SurfaceAngle2, &p.SurfaceOffsetX2,
-                &p.SurfaceOffsetY2};
-    return {&p.BackgroundScale, &p.BackgroundFlipHor, &p.BackgroundFlipVer, &p.BackgroundAngle, &p.BackgroundOffsetX,
-            &p.BackgroundOffsetY};
+        return {&p.SurfaceScale2, &p.SurfaceFlipHor2, &p.SurfaceFlipVer2,
+                &p.SurfaceAngle2, &p.SurfaceOffsetX2, &p.SurfaceOffsetY2};
+    return {&p.BackgroundScale, &p.BackgroundFlipHor, &p.BackgroundFlipVer,
+            &p.BackgroundAngle, &p.BackgroundOffsetX, &p.BackgroundOffsetY};
 }
 
 bool Load(EffectLayer& layer, const char* name, bool report) {
@@ -204,8 +202,8 @@ bool FillLayer(EffectLayer& layer, uint8_t kind, bool second) {
 void ComputeUseFlags() {
     FilterParameters& p = *gParams;
     p.UseWash = PairInUse(p.WashFileName1, p.WashFileName2, p.SecondWashExists, ActiveTab == TabWash, ViewWash, 1);
-    p.UseSurface = PairInUse(p.SurfaceFileName1, p.SurfaceFileName2, p.SecondSurfaceExists,
-                             ActiveTab == TabSurface, ViewSurface, 4);
+    p.UseSurface = PairInUse(p.SurfaceFileName1, p.SurfaceFileName2, p.SecondSurfaceExists, ActiveTab == TabSurface,
+                             ViewSurface, 4);
     p.UseBackground = !IsNoTexture(p.BackgroundFileName);
 }
 
@@ -234,8 +232,7 @@ void CreateEngine() {
 }
 
 void DestroyEngine() {
-    for (EffectLayer* layer :
-         {&WashLayers[0], &WashLayers[1], &BackgroundLayer, &SurfaceLayers[0], &SurfaceLayers[1]})
+    for (EffectLayer* layer : {&WashLayers[0], &WashLayers[1], &BackgroundLayer, &SurfaceLayers[0], &SurfaceLayers[1]})
         DestroyLayer(*layer);
     FreeBackgroundImage();
     FreeReliefBuffers();
@@ -287,8 +284,7 @@ void ResetBackgroundColors() {
 }
 
 void MarkAllLayersDirty() {
-    for (EffectLayer* layer :
-         {&WashLayers[0], &WashLayers[1], &BackgroundLayer, &SurfaceLayers[0], &SurfaceLayers[1]})
+    for (EffectLayer* layer : {&WashLayers[0], &WashLayers[1], &BackgroundLayer, &SurfaceLayers[0], &SurfaceLayers[1]})
         layer->GeometryDirty = 1;
 }
 
@@ -324,10 +320,8 @@ void CarryTo(const EffectLayer& from, EffectLayer& to) {
         const int32_t difference = from.Angle - to.Angle;
         const int32_t turns = (std::abs(difference) - 1) / 90 + 1;
         for (int32_t i = 0; i < turns; ++i) {
-            if (difference < 0)
-                RotateLayerCcw(to);
-            else
-                RotateLayerCw(to);
+            if (difference < 0) RotateLayerCcw(to);
+            else RotateLayerCw(to);
         }
         *target.angle = from.Angle;
         to.GeometryDirty = 1;

@@ -34,8 +34,8 @@ struct EffectLayer {
     int32_t OffsetX = 0, OffsetY = 0;            // where the filter rectangle lies in Source
     RasterRect FilterBounds;                     // 0, 0, FilterHeight, FilterWidth; washes only
     Raster* Source = nullptr;                    // owned: the texture scaled and oriented
-    Raster* View = nullptr; // at work scale; owned in a preview, Source itself at full size
-    Raster* SpareRaster1 = nullptr; // owned, never filled
+    Raster* View = nullptr;                      // at work scale; owned in a preview, Source itself at full size
+    Raster* SpareRaster1 = nullptr;              // owned, never filled
     Raster* CoverageNoise = nullptr;
     Raster* CoverageMask = nullptr;
     Raster* ActiveCoverage = nullptr; // not owned: always CoverageMask

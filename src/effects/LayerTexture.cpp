@@ -218,8 +218,6 @@ void PrepareFullSize(EffectLayer& layer) {
 
 void PrepareLayerTexture(EffectLayer& layer) {
     if (!layer.GeometryDirty || !layer.Source) return;
-    if (DialogOpen)
-        PreparePreview(layer);
-    else
-        PrepareFullSize(layer);
+    if (DialogOpen) PreparePreview(layer);
+    else PrepareFullSize(layer);
 }

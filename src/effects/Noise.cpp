@@ -45,9 +45,7 @@ bool Setup(Raster* raster, NoiseColor low, NoiseColor high, double feature, Fill
     return true;
 }
 
-void ReportRow(int32_t row, int32_t rows) {
-    ReportStageProgress(row, rows);
-}
+void ReportRow(int32_t row, int32_t rows) { ReportStageProgress(row, rows); }
 
 std::unique_ptr<NoiseField> NewField(int32_t seed) {
     std::unique_ptr<NoiseField> field(new (std::nothrow) NoiseField);

@@ -29,8 +29,7 @@ void EnsureEdgeMaskWork(EffectLayer& layer) {
 }
 
 // Runs the stages the flags ask for; the last one composes on the picture or the mask.
-template <typename Compose>
-void RenderWash(EffectLayer& layer, Compose compose) {
+template <typename Compose> void RenderWash(EffectLayer& layer, Compose compose) {
     if (!layer.Source || !LayerHasTexture(layer)) return;
     const int32_t span = ProgressSpan;
     const int32_t start = ProgressPercent;
@@ -120,8 +119,7 @@ void RenderLayers(int32_t view) {
 
     const FilterParameters& p = *gParams;
     FreeWashAreaBuffer();
-    KeepWashArea = WashesWanted() && p.UseSurface && p.SurfaceEntire && p.SurfaceIncludeWashArea &&
-                   DocumentHasAlpha();
+    KeepWashArea = WashesWanted() && p.UseSurface && p.SurfaceEntire && p.SurfaceIncludeWashArea && DocumentHasAlpha();
     if (KeepWashArea) {
         WashAreaBytes = size_t(ImageHeight) * WorkRowBytes;
         WashAreaBuffer = static_cast<uint8_t*>(AllocatePages(WashAreaBytes));

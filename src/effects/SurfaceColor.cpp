@@ -110,8 +110,8 @@ void SurfaceColor(const int32_t picture[3], int32_t /*alpha*/, float shade, floa
 
 namespace {
 
-[[gnu::always_inline]] inline void ColorPixel(const SurfaceColorSettings& settings, const int32_t picture[3], float shade, float out[3],
-                       int32_t tone[3], int32_t type) {
+[[gnu::always_inline]] inline void ColorPixel(const SurfaceColorSettings& settings, const int32_t picture[3],
+                                              float shade, float out[3], int32_t tone[3], int32_t type) {
     TriTone(settings, shade, out);
     for (int i = 0; i < 3; ++i) tone[i] = int32_t(out[i]);
 
@@ -159,7 +159,8 @@ void SurfaceColor(const SurfaceColorSettings& settings, const int32_t picture[3]
     ColorPixel(settings, picture, shade, out, tone, type);
 }
 
-void SurfaceColorRow(const SurfaceColorSettings& settings, const int32_t* pictures, const float* shades,
-                     int32_t count, int32_t type, float* out, int32_t* tones) {
-    for (int32_t i = 0; i < count; ++i) ColorPixel(settings, pictures + 3 * i, shades[i], out + 3 * i, tones + 3 * i, type);
+void SurfaceColorRow(const SurfaceColorSettings& settings, const int32_t* pictures, const float* shades, int32_t count,
+                     int32_t type, float* out, int32_t* tones) {
+    for (int32_t i = 0; i < count; ++i)
+        ColorPixel(settings, pictures + 3 * i, shades[i], out + 3 * i, tones + 3 * i, type);
 }

@@ -29,14 +29,13 @@ SurfaceColorSettings ReadSurfaceColorSettings();
 // picture: 0..255 each, not changed. shade: 0..1, limited by the caller. out: the
 // coloured value (f32, 0..255 after the contrast step); tone: the ramp's colour before
 // the type, truncated. alpha is accepted for the thumbnails' sake and not used.
-void SurfaceColor(const int32_t picture[3], int32_t alpha, float shade, float out[3], int32_t tone[3],
-                  int32_t type);
+void SurfaceColor(const int32_t picture[3], int32_t alpha, float shade, float out[3], int32_t tone[3], int32_t type);
 // The same with the settings read already.
 void SurfaceColor(const SurfaceColorSettings& settings, const int32_t picture[3], float shade, float out[3],
                   int32_t tone[3], int32_t type);
 // A row of `count` pixels at once: pictures, out and tones three values a pixel.
-void SurfaceColorRow(const SurfaceColorSettings& settings, const int32_t* pictures, const float* shades,
-                     int32_t count, int32_t type, float* out, int32_t* tones);
+void SurfaceColorRow(const SurfaceColorSettings& settings, const int32_t* pictures, const float* shades, int32_t count,
+                     int32_t type, float* out, int32_t* tones);
 
 // The tone pulled toward the picture by how dark the picture is (in place on tone).
 void TintMix(const int32_t picture[3], float tone[3]);

@@ -25,5 +25,4 @@ struct ShadeLight {
 };
 ShadeLight SurfaceShadeLight();
 // The pass's own row of shade: its caller has checked the row and the relief's size.
-void BuildShadeRow(const ShadeLight& light, int32_t y, int32_t width, int32_t height, int32_t reliefStride,
-                   float* out);
+void BuildShadeRow(const ShadeLight& light, int32_t y, int32_t width, int32_t height, int32_t reliefStride, float* out);

@@ -20,8 +20,7 @@ uint8_t* SurfaceImage = nullptr;
 PageBlock ReliefBlock, SurfaceBlock;
 
 bool ShowingSecondSurface() {
-    return DialogOpen && gParams->SecondSurfaceExists && ActiveTab == TabSurface &&
-           ViewSurface == ViewCodeSurfaceTwo;
+    return DialogOpen && gParams->SecondSurfaceExists && ActiveTab == TabSurface && ViewSurface == ViewCodeSurfaceTwo;
 }
 
 const EffectLayer& ShownSurface() { return ShowingSecondSurface() ? SurfaceLayers[1] : SurfaceLayers[0]; }
@@ -169,8 +168,7 @@ ShadeLight SurfaceShadeLight() {
     return l;
 }
 
-void BuildShadeRow(const ShadeLight& l, int32_t y, int32_t width, int32_t height, int32_t reliefStride,
-                   float* out) {
+void BuildShadeRow(const ShadeLight& l, int32_t y, int32_t width, int32_t height, int32_t reliefStride, float* out) {
     const int32_t w = std::min(width, ImageWidth), h = std::min(height, ImageHeight);
     const uint8_t* row = ReliefMap + size_t(y) * reliefStride;
     // The last row and column extrapolate, so the edge has no rim.

@@ -42,7 +42,8 @@ public:
         if (!count_) return;
         rows_.resize(static_cast<size_t>(h));
         columns_.resize(static_cast<size_t>(w));
-        for (int32_t y = 0; y < h; ++y) rows_[size_t(y)] = int32_t(double(float(double(y) + PreviewOriginY)) * PreviewScale);
+        for (int32_t y = 0; y < h; ++y)
+            rows_[size_t(y)] = int32_t(double(float(double(y) + PreviewOriginY)) * PreviewScale);
         for (int32_t x = 0; x < w; ++x)
             columns_[size_t(x)] = int32_t(double(float(double(x) + PreviewOriginX)) * PreviewScale);
     }

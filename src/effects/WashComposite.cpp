@@ -23,8 +23,7 @@ int32_t ColorMix(int32_t p, int32_t c, float m) { return TruncToInt(BoostMix(flo
 void BlendWashArea(uint8_t* pixel, const uint8_t* wash, float k) {
     if (k != 0.0f) {
         const float a = k / 255.0f;
-        for (int i = 0; i < 3; ++i)
-            pixel[i] = Min255(TruncToInt(float(wash[i]) * (1.0f - a) + float(pixel[i]) * a));
+        for (int i = 0; i < 3; ++i) pixel[i] = Min255(TruncToInt(float(wash[i]) * (1.0f - a) + float(pixel[i]) * a));
     } else {
         for (int i = 0; i < 3; ++i) pixel[i] = wash[i];
     }

@@ -66,10 +66,10 @@ bool BuildCoverageNoise(EffectLayer& layer) {
         layer.CoverageDirty = 0;
         return false;
     }
-    const bool ran = DialogOpen ? FillNoisePreview(layer.Source, layer.CoverageNoise, layer.Seed, kNoiseBlack,
-                                                   kNoiseWhite, layer.CoverageFeature / PreviewScale)
-                                : FillNoiseFull(layer.CoverageNoise, layer.Seed, kNoiseBlack, kNoiseWhite,
-                                                layer.CoverageFeature);
+    const bool ran =
+        DialogOpen ? FillNoisePreview(layer.Source, layer.CoverageNoise, layer.Seed, kNoiseBlack, kNoiseWhite,
+                                      layer.CoverageFeature / PreviewScale)
+                   : FillNoiseFull(layer.CoverageNoise, layer.Seed, kNoiseBlack, kNoiseWhite, layer.CoverageFeature);
     if (ran) {
         // The bitwise complement always differs from the old value, so the setter cannot
         // take the call for a no-op and skip the new noise.
@@ -198,7 +198,7 @@ void BuildWashEdge(EffectLayer& layer) {
             if (dy >= 1 && int64_t(dy) * dy >= threshold && first <= last)
                 std::memset(row + first, 255, size_t(last - first + 1));
         }
-        } else if (!map.Words) {
+    } else if (!map.Words) {
         std::memset(m, 255, mask->Storage.Bytes);
     } else {
         const uint8_t* source = layer.EdgeSource ? layer.EdgeSource->Pixels() : nullptr;

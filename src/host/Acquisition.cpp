@@ -93,10 +93,8 @@ void CopyOriginalToOutput(bool toHost) {
         for (int32_t x = 0; x < cols; ++x, d += pixelBytes) {
             const uint8_t* s = src + SourceColumn(x, layer.Width());
             d[0] = s[0], d[1] = s[planeBytes], d[2] = s[2 * planeBytes];
-            if (alpha)
-                d[3] = s[3 * planeBytes];
-            else if (!toHost)
-                d[3] = 255;
+            if (alpha) d[3] = s[3 * planeBytes];
+            else if (!toHost) d[3] = 255;
         }
     }
 }

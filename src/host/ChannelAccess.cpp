@@ -44,8 +44,7 @@ RasterRect FilterBounds() {
 
 // A reference built by `build` is resolved with Get; the descriptor answer is handed to
 // `read` with the descriptor suite. Any failure on the way answers false.
-template <typename Build, typename Read>
-bool AskHost(Build build, Read read) {
+template <typename Build, typename Read> bool AskHost(Build build, Read read) {
     DescriptorSuite descriptors(kPSActionDescriptorSuite, kPSActionDescriptorSuiteVersion2);
     ReferenceSuite references(kPSActionReferenceSuite, kPSActionReferenceSuiteVersion2);
     ActionControlSuite control(kPSBasicActionControlSuite, kPSBasicActionControlSuiteVersion1);
@@ -118,8 +117,7 @@ std::unique_ptr<char[]> TargetLayerName() {
         [&](const PSActionDescriptorProcs& d, PIActionDescriptor result) {
             Boolean has = 0;
             uint32 length = 0;
-            if (d.HasKey(result, kKeyName, &has) || !has || d.GetStringLength(result, kKeyName, &length))
-                return false;
+            if (d.HasKey(result, kKeyName, &has) || !has || d.GetStringLength(result, kKeyName, &length)) return false;
             name.reset(new char[size_t(length) + 1]());
             return d.GetString(result, kKeyName, name.get(), length + 1) == noErr;
         });
@@ -134,8 +132,7 @@ bool LayerVisible(const char* layerName) {
         },
         [&](const PSActionDescriptorProcs& d, PIActionDescriptor result) {
             Boolean has = 0, value = 0;
-            if (d.HasKey(result, kKeyVisible, &has) || !has || d.GetBoolean(result, kKeyVisible, &value))
-                return false;
+            if (d.HasKey(result, kKeyVisible, &has) || !has || d.GetBoolean(result, kKeyVisible, &value)) return false;
             visible = value != 0;
             return true;
         });
@@ -152,7 +149,8 @@ void ReadDocumentLayers() {
     int32 n = ChannelCount();
     if (gFilterRecord->planes >= 4 && n <= 4) n = 4;
     const ReadImageDocumentDesc* info = gFilterRecord->documentInfo;
-    const ReadChannelDesc* first = info ? (info->targetCompositeChannels ? info->targetCompositeChannels : info->alphaChannels) : nullptr;
+    const ReadChannelDesc* first =
+        info ? (info->targetCompositeChannels ? info->targetCompositeChannels : info->alphaChannels) : nullptr;
     const int32 depth = first ? first->depth : 8;
     const uint16_t mode = uint16_t(gFilterRecord->imageMode);
     const uint8_t planes = uint8_t(n);

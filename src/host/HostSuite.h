@@ -5,8 +5,7 @@
 
 #include <algorithm>
 
-template <typename Table>
-class HostSuite {
+template <typename Table> class HostSuite {
 public:
     HostSuite(const char* name, int32 version) : name_(name), version_(version) {
         const void* table = nullptr;

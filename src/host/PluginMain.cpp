@@ -61,8 +61,7 @@ bool TestActionSuites() {
     if (!HostSuite<PSActionDescriptorProcs>(kPSActionDescriptorSuite, 3)) return false;
     HostSuite<PSActionReferenceProcs> references(kPSActionReferenceSuite, 3);
     PIActionReference reference = nullptr;
-    return references && references->Make(&reference) == noErr && reference &&
-           references->Free(reference) == noErr;
+    return references && references->Make(&reference) == noErr && reference && references->Free(reference) == noErr;
 }
 
 void DoPrepare() {

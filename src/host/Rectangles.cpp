@@ -5,9 +5,7 @@
 namespace {
 
 VRect Widen(const Rect& r) { return {r.top, r.left, r.bottom, r.right}; }
-Rect Narrow(const VRect& r) {
-    return {int16(r.top), int16(r.left), int16(r.bottom), int16(r.right)};
-}
+Rect Narrow(const VRect& r) { return {int16(r.top), int16(r.left), int16(r.bottom), int16(r.right)}; }
 
 // The record is packed to 4 bytes: copy fields out and in whole, never bind references.
 VRect Read(Rect FilterRecord::*small, VRect BigDocumentStruct::*big) {
@@ -20,10 +18,8 @@ VRect Read(Rect FilterRecord::*small, VRect BigDocumentStruct::*big) {
 }
 
 void Write(Rect FilterRecord::*small, VRect BigDocumentStruct::*big, const VRect& r) {
-    if (UsesBigDocument())
-        gFilterRecord->bigDocumentData->*big = r;
-    else
-        gFilterRecord->*small = Narrow(r);
+    if (UsesBigDocument()) gFilterRecord->bigDocumentData->*big = r;
+    else gFilterRecord->*small = Narrow(r);
 }
 
 } // namespace

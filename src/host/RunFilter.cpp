@@ -77,10 +77,8 @@ void ShowCmykProxyAsRgb() {
 }
 
 void PassThrough() {
-    if (!ModeIsCMYK || !DialogOpen)
-        CopyInputToOutput(InRowStep(), OutRowStep());
-    else
-        ShowCmykProxyAsRgb();
+    if (!ModeIsCMYK || !DialogOpen) CopyInputToOutput(InRowStep(), OutRowStep());
+    else ShowCmykProxyAsRgb();
     EndWithProgress();
 }
 
@@ -201,10 +199,8 @@ void Render(int32_t view) {
     ProgressPercent = 0;
 
     if (KeepWashArea) {
-        if (p.PendingMaskPass || !p.EffectOnMask || DialogOpen)
-            FreeWashAreaBuffer();
-        else
-            p.SurfaceWashAreaBuffer = uint64_t(uintptr_t(ReleaseWashAreaBuffer()));
+        if (p.PendingMaskPass || !p.EffectOnMask || DialogOpen) FreeWashAreaBuffer();
+        else p.SurfaceWashAreaBuffer = uint64_t(uintptr_t(ReleaseWashAreaBuffer()));
     }
     // The mask pass of a later run takes over these buffers: the layers let go of them.
     if (WashToMaskRun) {
@@ -223,10 +219,8 @@ void Render(int32_t view) {
 } // namespace
 
 void WriteBack() {
-    if (!ModeIsCMYK || DialogOpen)
-        WriteBackRgb();
-    else
-        WriteBackCmyk();
+    if (!ModeIsCMYK || DialogOpen) WriteBackRgb();
+    else WriteBackCmyk();
 }
 
 namespace {
@@ -276,8 +270,7 @@ void RunFilter() {
     }
 
     if (!ModeAccepted(gFilterRecord->imageMode)) {
-        ShowAlert("This Mode is Not Supported by the Plug-in", "", AlertIcon::Warning, AlertButtons::Ok,
-                  OwnerWindow());
+        ShowAlert("This Mode is Not Supported by the Plug-in", "", AlertIcon::Warning, AlertButtons::Ok, OwnerWindow());
         SetResult(userCanceledErr);
         return;
     }
@@ -293,8 +286,6 @@ void RunFilter() {
         }
         return;
     }
-    if (ChooseRender())
-        Render(view);
-    else
-        PassThrough();
+    if (ChooseRender()) Render(view);
+    else PassThrough();
 }

@@ -71,8 +71,7 @@ struct KeyBinding {
 
 std::vector<DescriptorKeyID> Keys(const char* list) {
     std::vector<DescriptorKeyID> keys;
-    for (const char* k = list; *k; k += k[4] ? 5 : 4)
-        keys.push_back(FourCC(k));
+    for (const char* k = list; *k; k += k[4] ? 5 : 4) keys.push_back(FourCC(k));
     return keys;
 }
 
@@ -201,8 +200,7 @@ OSErr ReadSavedSettings() {
         default: break;
         }
     }
-    for (int i = 0; i < 3; ++i)
-        *buffers[i] = lowOk[i] && highOk[i] ? uint64_t(high[i]) << 32 | low[i] : 0;
+    for (int i = 0; i < 3; ++i) *buffers[i] = lowOk[i] && highOk[i] ? uint64_t(high[i]) << 32 | low[i] : 0;
 
     DescriptorUnitID unit = 0;
     real64 amount = 0;
@@ -235,9 +233,7 @@ OSErr WriteSavedSettings() {
         switch (b.carrier) {
         case Carrier::Boolean: suite->PutBoolean(d, key, Boolean(ReadInteger(*b.field) != 0)); break;
         case Carrier::Integer: suite->PutInteger(d, key, ReadInteger(*b.field)); break;
-        case Carrier::Float:
-            suite->PutFloat(d, key, *reinterpret_cast<const float*>(FieldBytes(*b.field)));
-            break;
+        case Carrier::Float: suite->PutFloat(d, key, *reinterpret_cast<const float*>(FieldBytes(*b.field))); break;
         case Carrier::String: suite->PutString(d, key, FieldBytes(*b.field)); break;
         case Carrier::Link: suite->PutInteger(d, key, *b.link); break;
         case Carrier::BufferLow: suite->PutInteger(d, key, int32(uint32(*b.buffer))); break;
@@ -348,9 +344,7 @@ OSErr WriteScriptParameters() {
             procs->putUnitFloatProc(writer, key, unitPercent, &v);
             break;
         }
-        case Carrier::Disposition:
-            procs->putEnumeratedProc(writer, key, kDispositionType, DispositionValue());
-            break;
+        case Carrier::Disposition: procs->putEnumeratedProc(writer, key, kDispositionType, DispositionValue()); break;
         case Carrier::String: {
             // A counted string; an empty name goes as 255 zero bytes.
             Str255 text = {};

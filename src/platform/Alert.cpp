@@ -25,19 +25,16 @@ AlertCapture::~AlertCapture() {
 
 AlertAnswer DecliningAnswer(AlertButtons buttons) noexcept {
     switch (buttons) {
-    case AlertButtons::Ok:
-        return AlertAnswer::Ok;
-    case AlertButtons::YesNo:
-        return AlertAnswer::No;
+    case AlertButtons::Ok: return AlertAnswer::Ok;
+    case AlertButtons::YesNo: return AlertAnswer::No;
     case AlertButtons::OkCancel:
-    case AlertButtons::YesNoCancel:
-        break;
+    case AlertButtons::YesNoCancel: break;
     }
     return AlertAnswer::Cancel;
 }
 
-AlertAnswer ShowAlert(const std::string& text, const std::string& title, AlertIcon icon,
-                      AlertButtons buttons, void* ownerWindow) noexcept {
+AlertAnswer ShowAlert(const std::string& text, const std::string& title, AlertIcon icon, AlertButtons buttons,
+                      void* ownerWindow) noexcept {
     try {
         AlertRecord alert{text, title, icon, buttons};
         {

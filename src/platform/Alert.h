@@ -38,8 +38,7 @@ public:
     const std::vector<AlertRecord>& Alerts() const noexcept { return alerts_; }
 
 private:
-    friend AlertAnswer ShowAlert(const std::string&, const std::string&, AlertIcon, AlertButtons,
-                                 void*) noexcept;
+    friend AlertAnswer ShowAlert(const std::string&, const std::string&, AlertIcon, AlertButtons, void*) noexcept;
 
     AlertAnswer answer_;
     std::vector<AlertRecord> alerts_;

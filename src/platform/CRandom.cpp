@@ -9,9 +9,7 @@ std::atomic<uint32_t> gState{1};
 
 } // namespace
 
-void CSeedRandom(uint32_t seed) noexcept {
-    gState.store(seed, std::memory_order_relaxed);
-}
+void CSeedRandom(uint32_t seed) noexcept { gState.store(seed, std::memory_order_relaxed); }
 
 int CRandom() noexcept {
     // A compare-exchange loop keeps concurrent callers free of data races; the

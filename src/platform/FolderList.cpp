@@ -26,6 +26,4 @@ bool ListedBefore(const FolderEntry& a, const FolderEntry& b) {
 
 } // namespace
 
-void SortListing(std::vector<FolderEntry>& entries) {
-    std::sort(entries.begin(), entries.end(), ListedBefore);
-}
+void SortListing(std::vector<FolderEntry>& entries) { std::sort(entries.begin(), entries.end(), ListedBefore); }

@@ -20,8 +20,7 @@ struct FolderEntry {
 // random picks agree between builds and file systems. Replaces the contents of
 // `entries`. Returns false, with `entries` empty, when the folder cannot be
 // opened.
-bool ListFolder(const std::string& folder, const std::string& pattern,
-                std::vector<FolderEntry>& entries) noexcept;
+bool ListFolder(const std::string& folder, const std::string& pattern, std::vector<FolderEntry>& entries) noexcept;
 
 // The order an NTFS volume lists a folder in: "." and ".." first, then names
 // compared as upper case, ordinal (bytes as unsigned); names equal but for

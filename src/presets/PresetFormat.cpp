@@ -122,8 +122,8 @@ constexpr PresetLine kBackgroundLines[] = {
 constexpr PresetLine kReadOnlyLines[] = {{"SurfaceHighlight", ""}, {"SurfaceShadow", ""}};
 
 // Flags read through the integer token (which skips blanks) rather than the flag token.
-constexpr const char* kIntTokenFlags[] = {"EffectInNewLayer", "EffectOnMask",
-                                          "BackgroundInNewLayer", "SurfaceInNewLayer"};
+constexpr const char* kIntTokenFlags[] = {"EffectInNewLayer", "EffectOnMask", "BackgroundInNewLayer",
+                                          "SurfaceInNewLayer"};
 
 struct LinkLine {
     const char* key; // as in the file
@@ -144,14 +144,11 @@ const ColorLine kColorLines[] = {{"lCiH", &PresetColorHi, "Hightlight Color"},
                                  {"lCdS", &PresetColorShadow, "Shadow Color"}};
 
 void FileKey(const ParameterField& field, char (&out)[5]) {
-    for (int i = 0; i < 4; ++i)
-        out[i] = field.key[3 - i];
+    for (int i = 0; i < 4; ++i) out[i] = field.key[3 - i];
     out[4] = 0;
 }
 
-char* FieldAt(const ParameterField& field) {
-    return reinterpret_cast<char*>(gParams) + field.offset;
-}
+char* FieldAt(const ParameterField& field) { return reinterpret_cast<char*>(gParams) + field.offset; }
 
 void SetName(char* field, const char* value) {
     std::memset(field, 0, kNameLength);
@@ -181,24 +178,19 @@ struct Writer {
         const char* at = FieldAt(field);
         switch (field.kind) {
         case FieldKind::Flag:
-            Check(std::fprintf(file, "%s %d %s \n", key, int(*reinterpret_cast<const uint8_t*>(at)),
-                               comment));
+            Check(std::fprintf(file, "%s %d %s \n", key, int(*reinterpret_cast<const uint8_t*>(at)), comment));
             break;
         case FieldKind::Byte:
-            Check(std::fprintf(file, "%s %d %s\n", key, int(*reinterpret_cast<const uint8_t*>(at)),
-                               comment));
+            Check(std::fprintf(file, "%s %d %s\n", key, int(*reinterpret_cast<const uint8_t*>(at)), comment));
             break;
         case FieldKind::Int32:
-            Check(std::fprintf(file, "%s %d %s\n", key, int(*reinterpret_cast<const int32_t*>(at)),
-                               comment));
+            Check(std::fprintf(file, "%s %d %s\n", key, int(*reinterpret_cast<const int32_t*>(at)), comment));
             break;
         case FieldKind::Color:
-            Check(std::fprintf(file, "%s %d %s\n", key, int(*reinterpret_cast<const uint32_t*>(at)),
-                               comment));
+            Check(std::fprintf(file, "%s %d %s\n", key, int(*reinterpret_cast<const uint32_t*>(at)), comment));
             break;
         case FieldKind::Float:
-            Check(std::fprintf(file, "%s %.2f %s \n", key,
-                               double(*reinterpret_cast<const float*>(at)), comment));
+            Check(std::fprintf(file, "%s %.2f %s \n", key, double(*reinterpret_cast<const float*>(at)), comment));
             break;
         case FieldKind::Name: {
             char name[kNameLength];
@@ -208,14 +200,12 @@ struct Writer {
             break;
         }
         case FieldKind::Int16:
-        case FieldKind::Buffer:
-            break; // never in a preset
+        case FieldKind::Buffer: break; // never in a preset
         }
     }
 
     template <size_t N> void Lines(const PresetLine (&lines)[N], size_t from, size_t to) {
-        for (size_t i = from; i < to && i < N; ++i)
-            Line(lines[i]);
+        for (size_t i = from; i < to && i < N; ++i) Line(lines[i]);
     }
 
     void Common() {
@@ -244,41 +234,35 @@ struct Writer {
         } else {
             char key[5];
             FileKey(*FindParameterField("BackgroundFileName"), key);
-            Check(std::fprintf(file, "%s %s %s \n", key, kNoTextureName,
-                               "\t\t\t\t;Name of Background"));
+            Check(std::fprintf(file, "%s %s %s \n", key, kNoTextureName, "\t\t\t\t;Name of Background"));
         }
     }
     void Links() {
         for (const LinkLine& link : kLinkLines)
-            Check(std::fprintf(file, "%s %d \t\t\t\t;%s\n", link.key, int(*link.target),
-                               link.comment));
+            Check(std::fprintf(file, "%s %d \t\t\t\t;%s\n", link.key, int(*link.target), link.comment));
     }
     void Colors(uint32_t hi, uint32_t mid, uint32_t shadow) {
         Text(";------Color Preset------\n");
         Check(std::fprintf(file, "%s %s %s \n", "rgtC", "Empty", "\t\t\t\t;Preset Category"));
         const uint32_t values[3] = {hi, mid, shadow};
         for (int i = 0; i < 3; ++i)
-            Check(std::fprintf(file, "%s %d \t\t\t\t;%s\n", kColorLines[i].key, int(values[i]),
-                               kColorLines[i].comment));
+            Check(
+                std::fprintf(file, "%s %d \t\t\t\t;%s\n", kColorLines[i].key, int(values[i]), kColorLines[i].comment));
     }
 };
 
 // ---- reader
 
-bool IsBlank(char c) {
-    return c == ' ';
-}
+bool IsBlank(char c) { return c == ' '; }
 
 void SkipBlanks(const char*& text) {
-    while (IsBlank(*text))
-        ++text;
+    while (IsBlank(*text)) ++text;
 }
 
 // At most 64 bytes of number text, from the set the reader accepts.
 size_t NumberText(const char*& text, char (&out)[65]) {
     size_t n = 0;
-    while (n < 64 && *text && std::strchr(",-.0123456789Ee", *text))
-        out[n++] = *text++;
+    while (n < 64 && *text && std::strchr(",-.0123456789Ee", *text)) out[n++] = *text++;
     out[n] = 0;
     return n;
 }
@@ -338,9 +322,7 @@ const ParameterField* FindPresetField(const char* key, bool& intToken) {
     return nullptr;
 }
 
-bool KeyIs(const char* key, const char* fileKey) {
-    return std::memcmp(key, fileKey, 4) == 0;
-}
+bool KeyIs(const char* key, const char* fileKey) { return std::memcmp(key, fileKey, 4) == 0; }
 
 void ReadVersionLine(const char* line) {
     if (line[0] != 'V' || std::strlen(line) < 9) return;
@@ -462,9 +444,7 @@ void TakeLine(const char* line) {
         value = ReadIntToken(at);
         *reinterpret_cast<uint32_t*>(target) = uint32_t(value);
         break;
-    case FieldKind::Float:
-        *reinterpret_cast<float*>(target) = float(ReadFloatToken(at));
-        break;
+    case FieldKind::Float: *reinterpret_cast<float*>(target) = float(ReadFloatToken(at)); break;
     case FieldKind::Name: {
         char name[kNameLength];
         ReadNameToken(at, name, sizeof name); // a name past 127 characters is cut on reading
@@ -472,8 +452,7 @@ void TakeLine(const char* line) {
         break;
     }
     case FieldKind::Int16:
-    case FieldKind::Buffer:
-        return;
+    case FieldKind::Buffer: return;
     }
     AfterKey(key, value);
 }
@@ -497,11 +476,9 @@ double ReadFloatToken(const char*& text) {
 size_t ReadNameToken(const char*& text, char* out, size_t outSize) {
     SkipBlanks(text);
     const char* start = text;
-    while (*text && *text != ';' && *text != '\t' && *text != '\n')
-        ++text; // a CR is copied
+    while (*text && *text != ';' && *text != '\t' && *text != '\n') ++text; // a CR is copied
     size_t length = size_t(text - start);
-    while (length > 0 && IsBlank(start[length - 1]))
-        --length;
+    while (length > 0 && IsBlank(start[length - 1])) --length;
     const size_t kept = length < outSize ? length : outSize - 1;
     std::memcpy(out, start, kept);
     out[kept] = 0;
@@ -533,16 +510,14 @@ bool ReadPresetLine(std::FILE* file, char (&line)[kPresetLineSize]) {
 
 void LoadPresetFile(std::FILE* file) {
     char line[kPresetLineSize];
-    while (ReadPresetLine(file, line))
-        TakeLine(line);
+    while (ReadPresetLine(file, line)) TakeLine(line);
 }
 
 bool LoadPresetPath(const char* path) {
     std::FILE* file = std::fopen(path, "rb");
     if (!file) return false;
     char line[kPresetLineSize];
-    const bool ok = ReadPresetLine(file, line) &&
-                    std::strncmp(line, kPresetHeader, std::strlen(kPresetHeader)) == 0;
+    const bool ok = ReadPresetLine(file, line) && std::strncmp(line, kPresetHeader, std::strlen(kPresetHeader)) == 0;
     if (ok) LoadPresetFile(file);
     std::fclose(file);
     return ok;
@@ -554,15 +529,9 @@ bool WritePresetFile(std::FILE* file, int kind) {
     w.Text("\n");
     w.Text("Version 2;\n");
     switch (kind) {
-    case PresetWash:
-        w.Wash();
-        break;
-    case PresetSurface:
-        w.Surface();
-        break;
-    case PresetBackground:
-        w.Background();
-        break;
+    case PresetWash: w.Wash(); break;
+    case PresetSurface: w.Surface(); break;
+    case PresetBackground: w.Background(); break;
     case PresetBasic:
     case PresetUser:
         w.Common();
@@ -571,16 +540,13 @@ bool WritePresetFile(std::FILE* file, int kind) {
         w.Background();
         break;
     case PresetSurfaceColors:
-        w.Colors(gParams->SurfaceHighlightColor, gParams->SurfaceMidtoneColor,
-                 gParams->SurfaceShadowColor);
+        w.Colors(gParams->SurfaceHighlightColor, gParams->SurfaceMidtoneColor, gParams->SurfaceShadowColor);
         return w.ok;
     case PresetBackgroundColors:
     case PresetPalette:
-        w.Colors(gParams->BackgroundHighlightColor, gParams->BackgroundMidtoneColor,
-                 gParams->BackgroundShadowColor);
+        w.Colors(gParams->BackgroundHighlightColor, gParams->BackgroundMidtoneColor, gParams->BackgroundShadowColor);
         return w.ok;
-    default:
-        return false;
+    default: return false;
     }
     w.Links();
     return w.ok;

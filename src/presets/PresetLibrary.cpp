@@ -21,9 +21,7 @@ namespace {
 constexpr const char* kKindFolders[] = {"Basic", "Wash",   "Surface", "Background",
                                         "User",  "Colors", "Colors",  "BackPalette"};
 
-bool EndsInSeparator(const std::string& s) {
-    return !s.empty() && (s.back() == '/' || s.back() == '\\');
-}
+bool EndsInSeparator(const std::string& s) { return !s.empty() && (s.back() == '/' || s.back() == '\\'); }
 
 bool FileExists(const std::string& path) {
     std::FILE* f = std::fopen(path.c_str(), "rb");
@@ -55,9 +53,7 @@ bool ListBoxLess(const std::string& a, const std::string& b) {
 
 } // namespace
 
-const char* PresetKindFolder(int kind) {
-    return kind >= 0 && kind <= 7 ? kKindFolders[kind] : nullptr;
-}
+const char* PresetKindFolder(int kind) { return kind >= 0 && kind <= 7 ? kKindFolders[kind] : nullptr; }
 
 std::string PresetFolderPath(int kind, const std::string& category) {
     std::string path = PathTable.Presets + PresetKindFolder(kind) + kPathSeparator;
@@ -116,14 +112,11 @@ void EnterPresetFolder(int kind, const std::string& folderRow) {
 
 bool LoadPreset(const std::string& name, int kind) {
     if (!PresetKindFolder(kind)) return false;
-    if (kind == PresetBasic || kind == PresetSurface || kind == PresetUser)
-        std::strcpy(SurfaceColorsName, "Custom");
-    if (kind == PresetBasic || kind == PresetBackground || kind == PresetUser ||
-        kind == PresetPalette)
+    if (kind == PresetBasic || kind == PresetSurface || kind == PresetUser) std::strcpy(SurfaceColorsName, "Custom");
+    if (kind == PresetBasic || kind == PresetBackground || kind == PresetUser || kind == PresetPalette)
         std::strcpy(BackgroundColorsName, "Custom");
     if (!LoadPresetPath(PresetFilePath(name, kind).c_str())) return false;
-    if ((kind == PresetBasic || kind == PresetWash || kind == PresetSurface ||
-         kind == PresetUser) &&
+    if ((kind == PresetBasic || kind == PresetWash || kind == PresetSurface || kind == PresetUser) &&
         PresetHooks.ReconcileNavigator)
         PresetHooks.ReconcileNavigator();
     return true;

@@ -20,9 +20,7 @@ std::string PresetListFolder(int kind);
 std::string PresetFilePath(const std::string& name, int kind);
 
 // A list row that stands for a folder starts with a TAB.
-inline bool IsFolderRow(const std::string& row) {
-    return !row.empty() && row[0] == '\t';
-}
+inline bool IsFolderRow(const std::string& row) { return !row.empty() && row[0] == '\t'; }
 
 // The rows of a kind's list in list order: kind 0 starts with "Reset All" and "Last Used
 // Settings" and is not sorted; the others are sorted as a sorted list box would (so folders,

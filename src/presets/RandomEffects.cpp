@@ -23,8 +23,7 @@ constexpr size_t kCatalogueNameLength = 32; // what a drawer row keeps of a file
 bool SameIgnoringCase(const std::string& a, const char* b) {
     if (a.size() != std::strlen(b)) return false;
     for (size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) !=
-            std::tolower(static_cast<unsigned char>(b[i])))
+        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
             return false;
     return true;
 }
@@ -65,21 +64,17 @@ bool LoadRandomPreset(const std::string& folder) {
     return !path.empty() && LoadPresetPath(path.c_str());
 }
 
-std::string PresetsFolder(const char* kind) {
-    return PathTable.Presets + kind + kPathSeparator;
-}
+std::string PresetsFolder(const char* kind) { return PathTable.Presets + kind + kPathSeparator; }
 
 // A colour preset picked from the tones drawer into three colour fields.
-void RandomTones(const RandomSources& sources, int64_t now, int kind, uint32_t& hi, uint32_t& mid,
-                 uint32_t& shadow, char (&label)[kNameLength]) {
+void RandomTones(const RandomSources& sources, int64_t now, int kind, uint32_t& hi, uint32_t& mid, uint32_t& shadow,
+                 char (&label)[kNameLength]) {
     const std::string* entry = RandomEntry(sources.tones, now);
     if (!entry) return;
     if (*entry == "Reset Colors") {
         std::strcpy(label, "Custom");
-        if (kind == PresetSurfaceColors)
-            ResetSurfaceColors();
-        else
-            ResetBackgroundColors(); // the layer's tones, not the record
+        if (kind == PresetSurfaceColors) ResetSurfaceColors();
+        else ResetBackgroundColors(); // the layer's tones, not the record
         return;
     }
     if (!LoadPresetPath((PathTable.Colors + kPathSeparator + *entry).c_str())) return;
@@ -102,8 +97,7 @@ RandomSources ListRandomSources() {
         size_t noTexture = SIZE_MAX;
         for (const FolderEntry& e : entries) {
             if (e.isDirectory) continue;
-            if (noTexture == SIZE_MAX && SameIgnoringCase(e.name, kNoTextureName))
-                noTexture = sources.textures.size();
+            if (noTexture == SIZE_MAX && SameIgnoringCase(e.name, kNoTextureName)) noTexture = sources.textures.size();
             sources.textures.push_back(e.name.substr(0, kCatalogueNameLength));
         }
         // Moved to the front by neighbour swaps, so the others keep their order.
@@ -156,8 +150,7 @@ void RandomizeEffects(const RandomSources& sources, int64_t now) {
         if (s >= 951) {
             SetName(p.WashFileName1, kNoTextureName);
         } else {
-            if (const std::string* name = RandomEntry(sources.textures, now))
-                SetName(p.WashFileName1, *name);
+            if (const std::string* name = RandomEntry(sources.textures, now)) SetName(p.WashFileName1, *name);
             p.WashType1 = WashTypeFrom(s); // 4 for s of 936 and up: one past the last type, kept
             p.WashStainColor1 = RandomStainColor();
             const int a = CRandom();
@@ -175,8 +168,7 @@ void RandomizeEffects(const RandomSources& sources, int64_t now) {
             const int t = CRandom() % 1000;
             if (t > 850) {
                 p.SecondWashExists = 1;
-                if (const std::string* name = RandomEntry(sources.textures, now))
-                    SetName(p.WashFileName2, *name);
+                if (const std::string* name = RandomEntry(sources.textures, now)) SetName(p.WashFileName2, *name);
                 p.WashType2 = WashTypeFrom(t);
                 p.WashStainColor2 = RandomStainColor();
                 const int b = CRandom() % 1000;
@@ -198,17 +190,15 @@ void RandomizeEffects(const RandomSources& sources, int64_t now) {
     // rand() is drawn first, then the drawer and layer tests: each colour step draws its
     // chance whether or not it can apply.
     if (CRandom() % 100 < 20 && sources.tonesDrawer && p.UseSurface)
-        RandomTones(sources, now, PresetSurfaceColors, p.SurfaceHighlightColor,
-                    p.SurfaceMidtoneColor, p.SurfaceShadowColor, SurfaceColorsName);
+        RandomTones(sources, now, PresetSurfaceColors, p.SurfaceHighlightColor, p.SurfaceMidtoneColor,
+                    p.SurfaceShadowColor, SurfaceColorsName);
     if (CRandom() % 100 < 20 && sources.tonesDrawer && p.UseBackground)
-        RandomTones(sources, now, PresetBackgroundColors, p.BackgroundHighlightColor,
-                    p.BackgroundMidtoneColor, p.BackgroundShadowColor, BackgroundColorsName);
+        RandomTones(sources, now, PresetBackgroundColors, p.BackgroundHighlightColor, p.BackgroundMidtoneColor,
+                    p.BackgroundShadowColor, BackgroundColorsName);
 
     if (PresetHooks.RebuildAllLayers) PresetHooks.RebuildAllLayers();
     if (PresetHooks.RefreshCurrentPage) PresetHooks.RefreshCurrentPage();
     if (PresetHooks.ReconcileNavigator) PresetHooks.ReconcileNavigator();
 }
 
-void RandomizeEffects() {
-    RandomizeEffects(ListRandomSources(), CurrentTimeSeconds());
-}
+void RandomizeEffects() { RandomizeEffects(ListRandomSources(), CurrentTimeSeconds()); }

@@ -28,24 +28,18 @@ constexpr IniSetting kSettings[] = {
 
 int32_t* Target(int index) {
     switch (index) {
-    case 0:
-        return &gParams->WindowLeft;
-    case 1:
-        return &gParams->WindowTop;
-    case 2:
-        return &gParams->WindowWidth;
-    case 3:
-        return &gParams->WindowHeight;
-    case 4:
-        return &SharingResolution;
-    default:
-        return &UseSoundForAuto;
+    case 0: return &gParams->WindowLeft;
+    case 1: return &gParams->WindowTop;
+    case 2: return &gParams->WindowWidth;
+    case 3: return &gParams->WindowHeight;
+    case 4: return &SharingResolution;
+    default: return &UseSoundForAuto;
     }
 }
 
 uint32_t LittleEndianKey(const char* bytes) {
-    return uint32_t(uint8_t(bytes[0])) | uint32_t(uint8_t(bytes[1])) << 8 |
-           uint32_t(uint8_t(bytes[2])) << 16 | uint32_t(uint8_t(bytes[3])) << 24;
+    return uint32_t(uint8_t(bytes[0])) | uint32_t(uint8_t(bytes[1])) << 8 | uint32_t(uint8_t(bytes[2])) << 16 |
+           uint32_t(uint8_t(bytes[3])) << 24;
 }
 
 // A line up to a byte of 13 or less (signed), tabs as blanks, trailing blanks cut. As in
@@ -60,21 +54,18 @@ bool ReadIniLine(std::FILE* file, char (&line)[kIniLineSize]) {
         if (static_cast<signed char>(byte) <= 13) break;
         if (n < kIniLineSize - 1) line[n++] = byte;
     }
-    while (n > 0 && line[n - 1] == ' ')
-        --n;
+    while (n > 0 && line[n - 1] == ' ') --n;
     line[n] = 0;
     return true;
 }
 
 void TakeIniLine(const char* line) {
     if (std::strlen(line) < 4 || line[0] == ';') return;
-    while (*line == ' ')
-        ++line;
+    while (*line == ' ') ++line;
     if (std::strlen(line) < 4) return;
     const uint32_t key = LittleEndianKey(line);
     const char* value = line + 4;
-    while (*value == ' ')
-        ++value;
+    while (*value == ' ') ++value;
     for (int i = 0; i < 6; ++i)
         if (LittleEndianKey(kSettings[i].key) == key) {
             *Target(i) = int32_t(std::strtol(value, nullptr, 10));
@@ -82,9 +73,7 @@ void TakeIniLine(const char* line) {
         }
 }
 
-std::string IniPath() {
-    return PathTable.Plugin + kIniFileName;
-}
+std::string IniPath() { return PathTable.Plugin + kIniFileName; }
 
 } // namespace
 
@@ -93,14 +82,11 @@ void ReadUiSettingsFrom(const std::string& path) {
     std::FILE* file = std::fopen(path.c_str(), "rb");
     if (!file) return;
     char line[kIniLineSize];
-    while (ReadIniLine(file, line))
-        TakeIniLine(line);
+    while (ReadIniLine(file, line)) TakeIniLine(line);
     std::fclose(file);
 }
 
-void ReadUiSettings() {
-    ReadUiSettingsFrom(IniPath());
-}
+void ReadUiSettings() { ReadUiSettingsFrom(IniPath()); }
 
 void WriteUiSettingsTo(const std::string& path) {
     if (!gParams) return;
@@ -112,14 +98,8 @@ void WriteUiSettingsTo(const std::string& path) {
     std::fclose(file);
 }
 
-void WriteUiSettings() {
-    WriteUiSettingsTo(IniPath());
-}
+void WriteUiSettings() { WriteUiSettingsTo(IniPath()); }
 
-uint32_t ReadNewVersionFlag() {
-    return ReadUserValue("New version on server");
-}
+uint32_t ReadNewVersionFlag() { return ReadUserValue("New version on server"); }
 
-void WriteNewVersionFlag(uint32_t value) {
-    WriteUserValue("New version on server", value);
-}
+void WriteNewVersionFlag(uint32_t value) { WriteUserValue("New version on server", value); }

@@ -24,8 +24,8 @@ void RectTranspose(RasterRect& r) {
     RectOffset(r, left, top);
 }
 
-void Raster::MakeRaster(uint16_t mode, const RasterRect& bounds, uint8_t planes, int32_t depth,
-                        uint32_t border, uint8_t allocKind) {
+void Raster::MakeRaster(uint16_t mode, const RasterRect& bounds, uint8_t planes, int32_t depth, uint32_t border,
+                        uint8_t allocKind) {
     ReleaseRaster();
     const int64_t d = depth == 0 ? 8 : depth;
     Mode = mode;
@@ -61,8 +61,7 @@ uint8_t* Raster::Pixels() {
     if (Storage.Base) return static_cast<uint8_t*>(Storage.Base);
     const int64_t columns = 2 * int64_t(Border) + (int64_t(Bounds.right) - Bounds.left);
     const int64_t rows = 2 * int64_t(Border) + (int64_t(Bounds.bottom) - Bounds.top);
-    if (Desc.rowBits <= 0 || columns <= 0 || rows <= 0 || rows > std::numeric_limits<int32_t>::max() ||
-        Planes == 0)
+    if (Desc.rowBits <= 0 || columns <= 0 || rows <= 0 || rows > std::numeric_limits<int32_t>::max() || Planes == 0)
         return nullptr;
     // Plane sizes are 32-bit quantities: refuse a layout whose plane would wrap.
     if (uint64_t(Desc.rowBits) * uint64_t(rows) > std::numeric_limits<uint32_t>::max()) return nullptr;

@@ -76,8 +76,8 @@ struct Raster {
 
     // Sets the fields; allocates nothing (memory held from before is released).
     // depth 0 means 8.
-    void MakeRaster(uint16_t mode, const RasterRect& bounds, uint8_t planes, int32_t depth,
-                    uint32_t border, uint8_t allocKind);
+    void MakeRaster(uint16_t mode, const RasterRect& bounds, uint8_t planes, int32_t depth, uint32_t border,
+                    uint8_t allocKind);
     // Frees the memory; safe on an empty raster. Pixels() allocates anew afterwards.
     void ReleaseRaster();
 
@@ -113,8 +113,8 @@ struct Raster {
 
 // A heap raster: made with MakeRaster's arguments, or null when even the record
 // cannot be had. FreeRaster releases and deletes it and clears the pointer.
-Raster* NewRaster(uint16_t mode, const RasterRect& bounds, uint8_t planes, int32_t depth,
-                  uint32_t border, uint8_t allocKind);
+Raster* NewRaster(uint16_t mode, const RasterRect& bounds, uint8_t planes, int32_t depth, uint32_t border,
+                  uint8_t allocKind);
 void FreeRaster(Raster*& raster);
 
 // False unless rowBits, Height and Width agree; then copies plane bytes * dest

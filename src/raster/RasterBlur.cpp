@@ -28,8 +28,8 @@ bool BoxBlurRaster(Raster& raster, int32_t r) {
     const int64_t rows = int64_t(raster.Rows()) * raster.Planes;
     // The temporary covers the whole block, so its last row is there to stay 0.
     Raster temp;
-    temp.MakeRaster(raster.Mode, RasterRect{0, 0, raster.Rows(), raster.Columns()}, raster.Planes,
-                    raster.Desc.depth, 0, 0);
+    temp.MakeRaster(raster.Mode, RasterRect{0, 0, raster.Rows(), raster.Columns()}, raster.Planes, raster.Desc.depth, 0,
+                    0);
     uint8_t* t = temp.Pixels();
     if (!t) return false;
     const int64_t radius = r;

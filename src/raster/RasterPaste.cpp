@@ -7,9 +7,7 @@
 namespace {
 
 // Whether [offset, offset + n) lies inside a block of `size` bytes.
-bool Inside(int64_t offset, int64_t n, size_t size) {
-    return offset >= 0 && n >= 0 && uint64_t(offset + n) <= size;
-}
+bool Inside(int64_t offset, int64_t n, size_t size) { return offset >= 0 && n >= 0 && uint64_t(offset + n) <= size; }
 
 } // namespace
 

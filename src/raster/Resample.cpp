@@ -105,10 +105,9 @@ void RowSamples(const uint8_t* row0, const uint8_t* row1, const EnlargeColumns& 
     // samples come in as one vector and are transposed into s00, s01, s10, s11.
     const __m128i zero = _mm_setzero_si128();
     for (; x + 4 <= cols.pairs; x += 4) {
-        const __m128i quad = _mm_set_epi64x(int64_t(uint64_t(SamplePair(row0, row1, c0[x + 2])) |
-                                                    uint64_t(SamplePair(row0, row1, c0[x + 3])) << 32),
-                                            int64_t(uint64_t(SamplePair(row0, row1, c0[x])) |
-                                                    uint64_t(SamplePair(row0, row1, c0[x + 1])) << 32));
+        const __m128i quad = _mm_set_epi64x(
+            int64_t(uint64_t(SamplePair(row0, row1, c0[x + 2])) | uint64_t(SamplePair(row0, row1, c0[x + 3])) << 32),
+            int64_t(uint64_t(SamplePair(row0, row1, c0[x])) | uint64_t(SamplePair(row0, row1, c0[x + 1])) << 32));
         __m128i t = _mm_unpacklo_epi8(quad, _mm_srli_si128(quad, 8));
         t = _mm_unpacklo_epi8(t, _mm_srli_si128(t, 8)); // s00 x4, s01 x4, s10 x4, s11 x4
         const __m128i low = _mm_unpacklo_epi8(t, zero), high = _mm_unpackhi_epi8(t, zero);
@@ -151,8 +150,8 @@ void Enlarge(const Raster& src, const uint8_t* srcOrigin, Raster& dest, uint8_t*
         RowWeights((1.0f - wy) * (1.0f - wy), wy * wy, cols, w00, w01, w10, w11, newWidth);
         for (uint32_t p = 0; p < src.Planes; ++p) {
             const uint8_t* plane = srcOrigin + size_t(p) * src.PlaneBytes();
-            RowSamples(plane + int64_t(r0) * src.RowBytes(), plane + int64_t(r1) * src.RowBytes(), cols, w00, w01,
-                       w10, w11, destOrigin + size_t(p) * dest.PlaneBytes() + int64_t(y) * dest.RowBytes(), newWidth);
+            RowSamples(plane + int64_t(r0) * src.RowBytes(), plane + int64_t(r1) * src.RowBytes(), cols, w00, w01, w10,
+                       w11, destOrigin + size_t(p) * dest.PlaneBytes() + int64_t(y) * dest.RowBytes(), newWidth);
         }
         fy = float(double(fy) + inv);
     }
@@ -160,8 +159,8 @@ void Enlarge(const Raster& src, const uint8_t* srcOrigin, Raster& dest, uint8_t*
 
 // Reducing. Rows are limited by Height - 1 and columns by Width: the asymmetry is
 // the filter's own. Samples are read with a stride of Width; the output is one run.
-void Reduce(const uint8_t* src, int32_t width, int32_t height, uint8_t* dest, int32_t newWidth,
-            int32_t newHeight, double inv) {
+void Reduce(const uint8_t* src, int32_t width, int32_t height, uint8_t* dest, int32_t newWidth, int32_t newHeight,
+            double inv) {
     // The column half depends only on the column: X restarts at 0 on every row.
     struct Column {
         int32_t x0, lastc, cf;

@@ -21,8 +21,7 @@ inline constexpr int32_t kComponentVersion = 0;
 inline constexpr const char* kComponentName = "Quenzit";
 inline constexpr const char* kEntryPoint = "PluginMain";
 inline constexpr int kSupportedModes[] = {3, 4, 9}; // RGB, CMYK, Lab
-inline constexpr const char* kEnableExpression =
-    "in (PSHOP_ImageMode, RGBMode,CMYKMode ) ||PSHOP_ImageDepth == 8 ";
+inline constexpr const char* kEnableExpression = "in (PSHOP_ImageMode, RGBMode,CMYKMode ) ||PSHOP_ImageDepth == 8 ";
 inline constexpr int32_t kMaxHeight = 2000000;
 inline constexpr int32_t kMaxWidth = 2000000;
 inline constexpr uint32_t kEventCode = FourCC("QZTD"); // class, event and suite alike

@@ -12,10 +12,10 @@ constexpr double kNoDefault = 0;
 constexpr int32_t kNoRange = 0;
 } // namespace
 
-#define QZ_FIELD(Field, Key, Kind, Default, Min, Max)                                              \
-    {#Field, Key, FieldKind::Kind, offsetof(FilterParameters, Field), Default, nullptr, Min, Max}
-#define QZ_NAME(Field, Key, Default)                                                               \
-    {#Field, Key, FieldKind::Name, offsetof(FilterParameters, Field), kNoDefault, Default, kNoRange, kNoRange}
+#define QZ_FIELD(Field, Key, Kind, Default, Min, Max)                                                                  \
+    { #Field, Key, FieldKind::Kind, offsetof(FilterParameters, Field), Default, nullptr, Min, Max }
+#define QZ_NAME(Field, Key, Default)                                                                                   \
+    { #Field, Key, FieldKind::Name, offsetof(FilterParameters, Field), kNoDefault, Default, kNoRange, kNoRange }
 #define QZ_FLAG(Field, Key, Default) QZ_FIELD(Field, Key, Flag, Default, 0, 1)
 
 // In the record's order. Ranges are what the dialog's edit fields clamp to; the
@@ -197,26 +197,23 @@ void SetLabel(char (&label)[kNameLength], const char* text) {
 } // namespace
 
 void ResetWash1() {
-    ResetFields({"WashType1", "WashStainColor1", "WashScale1", "WashIntensity1", "WashFlipHor1",
-                 "WashFlipVer1", "WashInvert1", "WashAngle1", "WashCoverage1", "WashCoverageScale1",
-                 "WashEdgeDistance1", "WashEdgeSoftness1", "WashInside1", "WashOffsetX1",
-                 "WashOffsetY1", "WashRandomize1"});
+    ResetFields({"WashType1", "WashStainColor1", "WashScale1", "WashIntensity1", "WashFlipHor1", "WashFlipVer1",
+                 "WashInvert1", "WashAngle1", "WashCoverage1", "WashCoverageScale1", "WashEdgeDistance1",
+                 "WashEdgeSoftness1", "WashInside1", "WashOffsetX1", "WashOffsetY1", "WashRandomize1"});
 }
 
 void ResetWash2() {
-    ResetFields({"WashType2", "WashStainColor2", "WashScale2", "WashIntensity2", "WashFlipHor2",
-                 "WashFlipVer2", "WashInvert2", "WashAngle2", "WashCoverage2", "WashCoverageScale2",
-                 "WashEdgeDistance2", "WashEdgeSoftness2", "WashInside2", "WashOffsetX2",
-                 "WashOffsetY2", "WashRandomize2"});
+    ResetFields({"WashType2", "WashStainColor2", "WashScale2", "WashIntensity2", "WashFlipHor2", "WashFlipVer2",
+                 "WashInvert2", "WashAngle2", "WashCoverage2", "WashCoverageScale2", "WashEdgeDistance2",
+                 "WashEdgeSoftness2", "WashInside2", "WashOffsetX2", "WashOffsetY2", "WashRandomize2"});
 }
 
 void ResetBackground() {
     SetLabel(BackgroundColorsName, "Custom");
-    ResetFields({"UseBackground", "BackgroundOffsetX", "BackgroundOffsetY", "BackgroundEntire",
-                 "BackgroundScale", "BackgroundFlipHor", "BackgroundFlipVer", "BackgroundInvert",
-                 "BackgroundAngle", "BackgroundHighlight", "BackgroundMidtone", "BackgroundShadow",
-                 "BackgroundHue", "BackgroundEnhanced", "BackgroundHighlightColor",
-                 "BackgroundMidtoneColor", "BackgroundShadowColor"});
+    ResetFields({"UseBackground", "BackgroundOffsetX", "BackgroundOffsetY", "BackgroundEntire", "BackgroundScale",
+                 "BackgroundFlipHor", "BackgroundFlipVer", "BackgroundInvert", "BackgroundAngle", "BackgroundHighlight",
+                 "BackgroundMidtone", "BackgroundShadow", "BackgroundHue", "BackgroundEnhanced",
+                 "BackgroundHighlightColor", "BackgroundMidtoneColor", "BackgroundShadowColor"});
 }
 
 void ResetSurface1() {
@@ -230,21 +227,19 @@ void ResetSurface2() {
                  "SurfaceScale2", "SurfaceDepth2", "SurfaceOffsetX2", "SurfaceOffsetY2"});
 }
 
-void ResetSurfaceColors() {
-    ResetFields({"SurfaceHighlightColor", "SurfaceMidtoneColor", "SurfaceShadowColor"});
-}
+void ResetSurfaceColors() { ResetFields({"SurfaceHighlightColor", "SurfaceMidtoneColor", "SurfaceShadowColor"}); }
 
 void ResetSurfaceCommon() {
-    ResetFields({"SurfaceEntire", "SurfaceIncludeWashArea", "SurfaceBrightness", "SurfaceContrast",
-                 "SurfaceHue", "SurfaceIntensity", "SurfaceShadow", "SurfaceMidtone", "SurfaceHighlight",
-                 "SurfacePerspectiveOn", "SurfaceLightAlpha", "SurfaceLightBeta"});
+    ResetFields({"SurfaceEntire", "SurfaceIncludeWashArea", "SurfaceBrightness", "SurfaceContrast", "SurfaceHue",
+                 "SurfaceIntensity", "SurfaceShadow", "SurfaceMidtone", "SurfaceHighlight", "SurfacePerspectiveOn",
+                 "SurfaceLightAlpha", "SurfaceLightBeta"});
     ResetSurfaceColors();
 }
 
 void ResetAllParameters() {
-    ResetFields({"WindowLeft", "WindowTop", "WindowWidth", "WindowHeight", "EffectInNewLayer",
-                 "EffectOnMask", "BackgroundInNewLayer", "SurfaceInNewLayer", "PendingNewLayerPass",
-                 "UseWash", "SecondWashExists", "PendingMaskPass", "UseSurface"});
+    ResetFields({"WindowLeft", "WindowTop", "WindowWidth", "WindowHeight", "EffectInNewLayer", "EffectOnMask",
+                 "BackgroundInNewLayer", "SurfaceInNewLayer", "PendingNewLayerPass", "UseWash", "SecondWashExists",
+                 "PendingMaskPass", "UseSurface"});
     ResetWash1();
     ResetFields({"WashFileName1"});
     ResetWash2();
@@ -256,9 +251,8 @@ void ResetAllParameters() {
     ResetSurface2();
     ResetFields({"SurfaceFileName2"});
     ResetSurfaceCommon();
-    ResetFields({"SecondSurfaceExists", "PendingBackgroundPass", "PendingSurfacePass",
-                 "WashMaskBuffer1", "WashMaskBuffer2", "SurfaceWashAreaBuffer", "Disposition",
-                 "IgnoreSelection", "Amount"});
+    ResetFields({"SecondSurfaceExists", "PendingBackgroundPass", "PendingSurfacePass", "WashMaskBuffer1",
+                 "WashMaskBuffer2", "SurfaceWashAreaBuffer", "Disposition", "IgnoreSelection", "Amount"});
 }
 
 void InitParameters() {

@@ -63,13 +63,13 @@ extern FilterParameters* gParams;
 enum class FieldKind : uint8_t { Flag, Byte, Int16, Int32, Color, Float, Name, Buffer };
 
 struct ParameterField {
-    const char* name;   // the field's name
-    char key[5];        // four-character code of presets, scripts and the registry; "" if none
+    const char* name; // the field's name
+    char key[5];      // four-character code of presets, scripts and the registry; "" if none
     FieldKind kind;
     size_t offset;
-    double defaultValue;        // numbers
-    const char* defaultName;    // names
-    int32_t minimum, maximum;   // what the dialog clamps to; equal when there is no range
+    double defaultValue;      // numbers
+    const char* defaultName;  // names
+    int32_t minimum, maximum; // what the dialog clamps to; equal when there is no range
 };
 
 extern const ParameterField kParameterFields[];

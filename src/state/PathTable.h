@@ -4,8 +4,8 @@
 #include <string>
 
 struct PathTableRecord {
-    std::string Plugin;  // the plug-in folder, with its trailing separator
-    std::string Data;    // textures stand directly in it; no trailing separator
+    std::string Plugin; // the plug-in folder, with its trailing separator
+    std::string Data;   // textures stand directly in it; no trailing separator
     std::string Help;
     std::string Presets;
     std::string Colors;

@@ -17,7 +17,8 @@ TEST(PixelView, FillIsClippedToTheViewAndItsRectangle) {
             EXPECT_EQ(buffer[size_t(y) * 6 + x], y >= 1 && x < 3 ? gold : 7u) << x << "," << y;
     // Empty and inverted rectangles, and ones wholly outside, touch nothing.
     const std::vector<uint32_t> before = buffer;
-    for (const PixelRect r : {PixelRect{2, 2, 2, 3}, PixelRect{4, 0, 1, 3}, PixelRect{5, 0, 9, 3}, PixelRect{0, -5, 5, 0}})
+    for (const PixelRect r :
+         {PixelRect{2, 2, 2, 3}, PixelRect{4, 0, 1, 3}, PixelRect{5, 0, 9, 3}, PixelRect{0, -5, 5, 0}})
         FillPixels(view, r, 1);
     EXPECT_EQ(buffer, before);
 }

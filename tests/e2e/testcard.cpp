@@ -1,8 +1,8 @@
 // qz-testcard OUT.pam WIDTH HEIGHT TUPLETYPE [PHOTO.png]: a deterministic picture for
-// end-to-end runs (OUT.png writes RGB or RGB_ALPHA as a PNG, for the command line). Without a photograph (or when it cannot be read): smooth ramps, hard
-// edges and a soft alpha ramp, so any shuffle or rounding shows. With one: the photograph,
-// cropped or tiled to the size, and for the alpha types a soft oval of opacity with fully
-// transparent corners.
+// end-to-end runs (OUT.png writes RGB or RGB_ALPHA as a PNG, for the command line). Without a photograph (or when it
+// cannot be read): smooth ramps, hard edges and a soft alpha ramp, so any shuffle or rounding shows. With one: the
+// photograph, cropped or tiled to the size, and for the alpha types a soft oval of opacity with fully transparent
+// corners.
 #include "hostsim/Pam.h"
 #include "ImageIo.h"
 
@@ -56,7 +56,8 @@ void FillFromPhoto(hostsim::PamImage& image, const Image& photo, bool alpha) {
 
 int main(int argc, char** argv) {
     if (argc != 5 && argc != 6) {
-        std::fprintf(stderr, "usage: qz-testcard OUT.pam WIDTH HEIGHT RGB|RGB_ALPHA|CMYK|CMYK_ALPHA|GRAYSCALE [PHOTO]\n");
+        std::fprintf(stderr,
+                     "usage: qz-testcard OUT.pam WIDTH HEIGHT RGB|RGB_ALPHA|CMYK|CMYK_ALPHA|GRAYSCALE [PHOTO]\n");
         return 1;
     }
     hostsim::PamImage image;

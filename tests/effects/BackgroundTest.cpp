@@ -95,10 +95,8 @@ TEST_F(BackgroundTest, SaturationHueAndEnhanced) {
     const Px plain[5] = {Back(0), Back(1), Back(2), Back(3), Back(4)};
     params_.BackgroundEnhanced = 1;
     Place({0, 10, 245, 255, 128, 128, 128, 128});
-    EXPECT_LT(RgbToHls240(Back(0)[0], Back(0)[1], Back(0)[2]).l,
-              RgbToHls240(plain[0][0], plain[0][1], plain[0][2]).l);
-    EXPECT_GT(RgbToHls240(Back(3)[0], Back(3)[1], Back(3)[2]).l,
-              RgbToHls240(plain[3][0], plain[3][1], plain[3][2]).l);
+    EXPECT_LT(RgbToHls240(Back(0)[0], Back(0)[1], Back(0)[2]).l, RgbToHls240(plain[0][0], plain[0][1], plain[0][2]).l);
+    EXPECT_GT(RgbToHls240(Back(3)[0], Back(3)[1], Back(3)[2]).l, RgbToHls240(plain[3][0], plain[3][1], plain[3][2]).l);
     EXPECT_EQ(Back(4), plain[4]) << "the middle of the range is left alone";
 }
 

@@ -88,8 +88,8 @@ TEST_F(RenderDriverTest, DefaultsPassEveryMark) {
     // Textures named but missing: white stand-ins. The surface shades its 4 rows from the
     // bottom up between 30 and 40; wash 1 composes its rows between 50 and 60; the fill
     // has prepared the background already, so there is no 80 mark before its rows.
-    EXPECT_EQ(Render(ViewCodeComposite), (Marks{10, 20, 30, 37, 35, 32, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70, 70,
-                                                75, 80, 85, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeComposite),
+              (Marks{10, 20, 30, 37, 35, 32, 30, 40, 50, 50, 52, 55, 57, 60, 70, 70, 70, 75, 80, 85, 90, 100}));
 }
 
 TEST_F(RenderDriverTest, BackgroundViewClearsTheWorkImage) {
@@ -111,8 +111,7 @@ TEST_F(RenderDriverTest, SingleLayerViews) {
     // only surface one has the 20 mark.
     EXPECT_EQ(Render(ViewCodeSurfaceOne),
               (Marks{10, 20, 30, 37, 35, 32, 30, 40, 50, 50, 70, 70, 70, 75, 80, 85, 90, 100}));
-    EXPECT_EQ(Render(ViewCodeSurfaceTwo),
-              (Marks{10, 30, 37, 35, 32, 30, 40, 50, 50, 70, 70, 70, 75, 80, 85, 90, 100}));
+    EXPECT_EQ(Render(ViewCodeSurfaceTwo), (Marks{10, 30, 37, 35, 32, 30, 40, 50, 50, 70, 70, 70, 75, 80, 85, 90, 100}));
 }
 
 TEST_F(RenderDriverTest, SurfacePassEndsBeforeTheBackground) {

@@ -18,9 +18,9 @@ class SurfaceColorTest : public ParamsEngineTest {
 protected:
     void SetUp() override {
         ParamsEngineTest::SetUp();
-        params_.SurfaceMidtone = 100; // the three colours alone
-        params_.SurfaceShadowColor = 0x00963200;   // (0, 50, 150)
-        params_.SurfaceMidtoneColor = 0x0000C8C8;  // (200, 200, 0)
+        params_.SurfaceMidtone = 100;             // the three colours alone
+        params_.SurfaceShadowColor = 0x00963200;  // (0, 50, 150)
+        params_.SurfaceMidtoneColor = 0x0000C8C8; // (200, 200, 0)
         params_.SurfaceHighlightColor = 0x00FFFFFF;
     }
     // A grey midtone of `level`, reached at shade 0.65.

@@ -55,7 +55,8 @@ TEST_F(SurfaceStride, SecondSurfaceAloneOverAWiderOrNarrowerView) {
                     model[size_t(y) * size_t(written) + size_t(x)] = Sample(x, y);
         for (int32_t y = 0; y < ImageHeight; ++y)
             for (int32_t x = 0; x < ImageWidth; ++x)
-                ASSERT_EQ(ReliefMap[size_t(y) * size_t(shown) + size_t(x)], model[size_t(y) * size_t(shown) + size_t(x)])
+                ASSERT_EQ(ReliefMap[size_t(y) * size_t(shown) + size_t(x)],
+                          model[size_t(y) * size_t(shown) + size_t(x)])
                     << "x " << x << " y " << y << ", strides " << shown << " and " << written;
 
         // The pass reads the relief at the shown stride, perspective included, and shades.

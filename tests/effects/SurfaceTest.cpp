@@ -38,9 +38,7 @@ protected:
             for (int32_t x = 0; x < ImageWidth; ++x) At(*layer.View, y, x) = sample(x, y);
         return layer.View;
     }
-    uint8_t Relief(const Raster& view, int32_t x, int32_t y) {
-        return ReliefMap[size_t(y) * view.RowBytes() + x];
-    }
+    uint8_t Relief(const Raster& view, int32_t x, int32_t y) { return ReliefMap[size_t(y) * view.RowBytes() + x]; }
     // The shade at (x, y) of the relief built from `view`.
     float Shade(const Raster& view, int32_t x, int32_t y) {
         std::vector<float> row(size_t(view.Width()));
@@ -102,7 +100,8 @@ TEST_F(SurfaceTest, ShadeMapFollowsTheLightAndExtrapolatesAtTheEdges) {
     BuildSurfaceRelief(true, false);
     const double g = 150.0 / 5000.0;
     for (int32_t y = 0; y < ImageHeight; ++y)
-        for (int32_t x = 0; x < ImageWidth; ++x) EXPECT_NEAR(Shade(*view, x, y), 20.0 * lx * g + lz, 1e-5) << x << "," << y;
+        for (int32_t x = 0; x < ImageWidth; ++x)
+            EXPECT_NEAR(Shade(*view, x, y), 20.0 * lx * g + lz, 1e-5) << x << "," << y;
 
     // Any relief against the plain formula, inner points and the last row and column.
     view = View(0, Steps);
@@ -115,7 +114,8 @@ TEST_F(SurfaceTest, ShadeMapFollowsTheLightAndExtrapolatesAtTheEdges) {
     }
     // The preview's scale steepens the slopes per pixel by that factor.
     PreviewScale = 2.0;
-    EXPECT_NEAR(Shade(*view, 1, 1), ((Steps(1, 2) - Steps(1, 1)) * ly + (Steps(2, 1) - Steps(1, 1)) * lx) * g / 2 + lz, 1e-5);
+    EXPECT_NEAR(Shade(*view, 1, 1), ((Steps(1, 2) - Steps(1, 1)) * ly + (Steps(2, 1) - Steps(1, 1)) * lx) * g / 2 + lz,
+                1e-5);
 }
 
 TEST_F(SurfaceTest, PerspectiveShiftsThePictureAndTheWashMaskAlongTheRelief) {

@@ -24,7 +24,8 @@ protected:
         layer_.EdgeMaskWork[0] = edge;
         layer_.Inside = inside;
         layer_.WashType = type;
-        layer_.StainRed = uint8_t(stain), layer_.StainGreen = uint8_t(stain >> 8), layer_.StainBlue = uint8_t(stain >> 16);
+        layer_.StainRed = uint8_t(stain), layer_.StainGreen = uint8_t(stain >> 8),
+        layer_.StainBlue = uint8_t(stain >> 16);
         layer_.Intensity = intensity;
         SetCurve(layer_, intensity);
         CompositeWash(layer_);

@@ -39,11 +39,11 @@ TEST_F(WashMaskTest, CoverageCutsHardAndSoft) {
         uint8_t noise, mask;
     };
     const Case cases[] = {
-        {0, 255, 255},                              // threshold 255: everything covered
-        {100, 0, 255}, {100, 1, 0},                 // threshold 0: only noise 0 passes
-        {50, 127, 255}, {50, 128, 0},               // 50 * 2.55 = 127.5, truncated
-        {-100, 0, 128}, {-100, 10, 108}, {-100, 63, 2}, {-100, 64, 0}, {-100, 200, 0}, // 128 - 2n
-        {-50, 0, 255}, {-50, 100, 169}, {-50, 140, 109}, // a 1.5, b 0: 1.5 (128 - n) + 127
+        {0, 255, 255},                // threshold 255: everything covered
+        {100, 0, 255},  {100, 1, 0},  // threshold 0: only noise 0 passes
+        {50, 127, 255}, {50, 128, 0}, // 50 * 2.55 = 127.5, truncated
+        {-100, 0, 128}, {-100, 10, 108}, {-100, 63, 2},   {-100, 64, 0}, {-100, 200, 0}, // 128 - 2n
+        {-50, 0, 255},  {-50, 100, 169}, {-50, 140, 109}, // a 1.5, b 0: 1.5 (128 - n) + 127
     };
     for (const Case& c : cases) {
         Noise(c.noise, 7);
@@ -76,12 +76,21 @@ TEST_F(WashMaskTest, AFieldOf100WithStaleNoiseTurnsTheMaskWhite) {
 
 TEST(DistanceTransform, HandCheckedShapes) {
     // A 3 by 3 block inside a frame of zeros.
-    std::vector<uint32_t> map = Shape(5, 5, "....."".###."".###."".###."".....");
+    std::vector<uint32_t> map = Shape(5, 5,
+                                      "....."
+                                      ".###."
+                                      ".###."
+                                      ".###."
+                                      ".....");
     EXPECT_EQ(DistanceTransform(map.data(), 5, 5), 4);
     const std::vector<uint32_t> block = {0, 0, 0, 0, 0, 0, 1, 1, 1, 0, 0, 1, 4, 1, 0, 0, 1, 1, 1, 0, 0, 0, 0, 0, 0};
     EXPECT_EQ(map, block);
     // One zero in a field of ones: exact squared distances.
-    map = Shape(5, 4, "#####""##.##""#####""#####");
+    map = Shape(5, 4,
+                "#####"
+                "##.##"
+                "#####"
+                "#####");
     EXPECT_EQ(DistanceTransform(map.data(), 5, 4), 8);
     const std::vector<uint32_t> point = {5, 2, 1, 2, 5, 4, 1, 0, 1, 4, 5, 2, 1, 2, 5, 8, 5, 4, 5, 8};
     EXPECT_EQ(map, point);
@@ -108,7 +117,8 @@ TEST(DistanceTransform, RandomShapesStayNearTheTrueDistance) {
                 int64_t best = INT64_MAX;
                 for (int32_t v = 0; v < h; ++v)
                     for (int32_t u = 0; u < w; ++u)
-                        if (!shape[size_t(v) * w + u]) best = std::min<int64_t>(best, int64_t(x - u) * (x - u) + int64_t(y - v) * (y - v));
+                        if (!shape[size_t(v) * w + u])
+                            best = std::min<int64_t>(best, int64_t(x - u) * (x - u) + int64_t(y - v) * (y - v));
                 const uint32_t got = map[size_t(y) * w + x];
                 // Always the distance to some zero, so never below the nearest one.
                 ASSERT_GE(int64_t(got), best);
@@ -169,7 +179,8 @@ TEST_F(WashMaskTest, AWholeRectangleNeedsNoTransform) {
         for (int32_t y = 0; y < rows; ++y)
             for (int32_t x = 0; x < columns; ++x)
                 words[size_t(y) * columns + x] = x > 0 && y > 0 && x < columns - 1 && y < rows - 1;
-        EXPECT_EQ(layer_.Distances.LargestDistanceSquared, DistanceTransform(words.data(), columns, rows)) << w << "x" << h;
+        EXPECT_EQ(layer_.Distances.LargestDistanceSquared, DistanceTransform(words.data(), columns, rows))
+            << w << "x" << h;
         for (int32_t distance : {0, 13, 50, 99}) {
             SetLayerEdgeSoftness(layer_, 0);
             SetLayerEdgeDistance(layer_, distance);

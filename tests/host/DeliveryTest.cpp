@@ -35,10 +35,8 @@ hostsim::Descriptor Off(std::initializer_list<std::pair<const char*, int32>> fla
     }
     for (auto [key, value] : flags) {
         const DescriptorKeyID k = FourCC(*reinterpret_cast<const char(*)[5]>(key));
-        if (std::strcmp(key, "ILNS") == 0)
-            d.PutInteger(k, value);
-        else
-            d.PutBoolean(k, value != 0);
+        if (std::strcmp(key, "ILNS") == 0) d.PutInteger(k, value);
+        else d.PutBoolean(k, value != 0);
     }
     return d;
 }

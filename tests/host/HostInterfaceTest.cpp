@@ -7,9 +7,7 @@
 
 namespace {
 
-Boolean AbortRequested() {
-    return 0x7F;
-}
+Boolean AbortRequested() { return 0x7F; }
 
 // A code's value is its big-endian reading; in memory it is little-endian, which is how a
 // host compares it byte for byte.
@@ -29,9 +27,7 @@ TEST(HostInterface, FourCharacterCodes) {
 // and int64 that pack 4 leaves on 4-byte boundaries and the vertical-first points.
 TEST(HostInterface, FilterRecordReadsHostBytes) {
     unsigned char raw[sizeof(FilterRecord)] = {};
-    const auto put = [&raw](size_t offset, const auto& value) {
-        std::memcpy(raw + offset, &value, sizeof value);
-    };
+    const auto put = [&raw](size_t offset, const auto& value) { std::memcpy(raw + offset, &value, sizeof value); };
     const TestAbortProc abort = &AbortRequested;
     const int16 imageSize[2] = {300, 400};
     const int16 filterRect[4] = {1, 2, 299, 398};

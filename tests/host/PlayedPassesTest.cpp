@@ -17,10 +17,8 @@ hostsim::Descriptor Only(const char* textureKey, std::initializer_list<std::pair
     d.PutText(FourCC(*reinterpret_cast<const char(*)[5]>(textureKey)), "Missing_Here.qzt");
     for (auto [key, value] : values) {
         const DescriptorKeyID k = FourCC(*reinterpret_cast<const char(*)[5]>(key));
-        if (std::strcmp(key, "ILNS") == 0)
-            d.PutInteger(k, value);
-        else
-            d.PutBoolean(k, value != 0);
+        if (std::strcmp(key, "ILNS") == 0) d.PutInteger(k, value);
+        else d.PutBoolean(k, value != 0);
     }
     return d;
 }
@@ -31,7 +29,7 @@ bool Recorded(const hostsim::Host& host, const char (&key)[5]) {
 }
 
 std::vector<uint8> Played(hostsim::Document doc, const hostsim::Descriptor& played,
-                       std::unique_ptr<hostsim::Host>* keep = nullptr) {
+                          std::unique_ptr<hostsim::Host>* keep = nullptr) {
     auto host = MakeHost(std::move(doc));
     EXPECT_EQ(host->PlayAction(played, plugInDialogDontDisplay), noErr);
     ExpectNoMisuse(*host);

@@ -66,7 +66,7 @@ TEST(PluginShell, PrepareCapsMaxSpaceAtTwoTiles) {
         bool selection;
     };
     const Case cases[] = {
-        {100, 50, int64(256) << 20, 2 * 3 * 50 * 100, false},   // small rectangle: a small tile
+        {100, 50, int64(256) << 20, 2 * 3 * 50 * 100, false},    // small rectangle: a small tile
         {1000, 800, int64(256) << 20, 2 * 3 * 256 * 256, false}, // tiles stop at 256 by 256
         {1000, 800, 1000, 1000, false},                          // below two tiles: left alone
         {100, 50, int64(256) << 20, 2 * 4 * 50 * 100, true},     // the mask counts as a plane

@@ -64,9 +64,13 @@ FilterParameters AfterStart(hostsim::Host& host) {
 }
 
 bool SameField(const FilterParameters& a, const FilterParameters& b, const ParameterField& f) {
-    const size_t size = f.kind == FieldKind::Name ? kNameLength : f.kind == FieldKind::Buffer ? 8
-                        : f.kind == FieldKind::Int16 ? 2 : (f.kind == FieldKind::Flag || f.kind == FieldKind::Byte) ? 1 : 4;
-    return std::memcmp(reinterpret_cast<const char*>(&a) + f.offset, reinterpret_cast<const char*>(&b) + f.offset, size) == 0;
+    const size_t size = f.kind == FieldKind::Name                                  ? kNameLength
+                        : f.kind == FieldKind::Buffer                              ? 8
+                        : f.kind == FieldKind::Int16                               ? 2
+                        : (f.kind == FieldKind::Flag || f.kind == FieldKind::Byte) ? 1
+                                                                                   : 4;
+    return std::memcmp(reinterpret_cast<const char*>(&a) + f.offset, reinterpret_cast<const char*>(&b) + f.offset,
+                       size) == 0;
 }
 
 } // namespace
@@ -150,7 +154,7 @@ TEST(ScriptParameters, PartialPlaybackOverlaysTheRegistry) {
     partial.PutText(FourCC("WFN1"), std::string(128, 'x')); // too long: left as it was
     partial.PutText(FourCC("WFN2"), "");                    // empty: left as it was
     partial.PutText(FourCC("SFN1"), "Oak_Planks.qzt");
-    partial.PutFloat(FourCC("WSc1"), 3.0);                  // wrong type: reading stops here
+    partial.PutFloat(FourCC("WSc1"), 3.0); // wrong type: reading stops here
     partial.PutInteger(FourCC("SDh1"), 99);
     auto host = MakeHost(RgbDocument(4, 4), options);
     ASSERT_EQ(host->Call(filterSelectorParameters), noErr);

@@ -45,7 +45,8 @@ TEST_F(SurfaceHostTest, ASoftSelectionBlendsTheSurfaceByTheMask) {
         hostsim::Document doc = OpaqueDocument(kW, kH);
         doc.selection.assign(size_t(kW) * kH, 0);
         for (int32 y = 0; y < kH; ++y)
-            for (int32 x = 0; x < kW; ++x) doc.selection[size_t(y) * kW + x] = level ? level : uint8(1 + x * 254 / (kW - 1));
+            for (int32 x = 0; x < kW; ++x)
+                doc.selection[size_t(y) * kW + x] = level ? level : uint8(1 + x * 254 / (kW - 1));
         return doc;
     };
     auto full = MakeHost(selected(255));

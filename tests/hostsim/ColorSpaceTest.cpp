@@ -47,7 +47,8 @@ TEST(HostsimColorSpace, RgbCmykRoundTripsAndHandValues) {
 
     // CMYK -> RGB is many to one, and the way back is a fixed point.
     std::vector<uint8> cmyk;
-    for (int i = 0; i < 4096; ++i) cmyk.insert(cmyk.end(), {uint8(i * 37), uint8(i * 91), uint8(i * 13), uint8(i * 59)});
+    for (int i = 0; i < 4096; ++i)
+        cmyk.insert(cmyk.end(), {uint8(i * 37), uint8(i * 91), uint8(i * 13), uint8(i * 59)});
     const std::vector<uint8> once = Convert(kCmyk, kRgb, cmyk);
     EXPECT_EQ(Convert(kCmyk, kRgb, Convert(kRgb, kCmyk, once)), once);
 }

@@ -85,11 +85,13 @@ struct TiledInverter {
             r->inHiPlane = r->outHiPlane = int16(r->planes - 1);
             Ask(r);
         } else if (selector == filterSelectorContinue) {
-            const int32 h = std::min(tileH, filter.bottom - y), rowSamples = std::min(tileW, filter.right - x) * r->planes;
+            const int32 h = std::min(tileH, filter.bottom - y),
+                        rowSamples = std::min(tileW, filter.right - x) * r->planes;
             for (int32 row = 0; row < h; ++row)
                 for (int32 i = 0; i < rowSamples; ++i) {
                     if (r->depth == 16) {
-                        const auto* in = reinterpret_cast<const uint16*>(static_cast<uint8*>(r->inData) + row * r->inRowBytes);
+                        const auto* in =
+                            reinterpret_cast<const uint16*>(static_cast<uint8*>(r->inData) + row * r->inRowBytes);
                         auto* out = reinterpret_cast<uint16*>(static_cast<uint8*>(r->outData) + row * r->outRowBytes);
                         out[i] = uint16(32768 - in[i]);
                     } else {
@@ -186,7 +188,8 @@ TEST(HostsimHost, SampledProxiesPickEveryRthPixel) {
             SetRects(r, in, VRect{}, VRect{}, false);
             if (OSErr err = r->advanceState()) return err;
             rowBytes = r->inRowBytes;
-            got.assign(static_cast<uint8*>(r->inData), static_cast<uint8*>(r->inData) + rowBytes * (in.bottom - in.top));
+            got.assign(static_cast<uint8*>(r->inData),
+                       static_cast<uint8*>(r->inData) + rowBytes * (in.bottom - in.top));
             r->inRect = Rect{};
             return 0;
         });
@@ -196,7 +199,8 @@ TEST(HostsimHost, SampledProxiesPickEveryRthPixel) {
         for (int32 y = 0; y < in.bottom - in.top; ++y)
             for (int32 x = 0; x < in.right - in.left; ++x)
                 for (int p = 0; p < 3; ++p) {
-                    const int32 iy = int32((int64(in.top + y) * rate) >> 16), ix = int32((int64(in.left + x) * rate) >> 16);
+                    const int32 iy = int32((int64(in.top + y) * rate) >> 16),
+                                ix = int32((int64(in.left + x) * rate) >> 16);
                     ASSERT_EQ(got[size_t(y * rowBytes + x * 3 + p)], SampleAt(doc, doc.Target(), p, ix, iy))
                         << "rate " << rate << " at " << x << "," << y;
                 }
@@ -407,7 +411,8 @@ TEST(HostsimHost, ScriptingIsWiredIntoRuns) {
     Descriptor step;
     step.PutInteger(FourCC("Amnt"), 7);
     ASSERT_EQ(host.PlayAction(step, plugInDialogDontDisplay), 0);
-    EXPECT_EQ(played, (std::vector<std::pair<int16, bool>>{{plugInDialogDisplay, false}, {plugInDialogDontDisplay, true}}));
+    EXPECT_EQ(played,
+              (std::vector<std::pair<int16, bool>>{{plugInDialogDisplay, false}, {plugInDialogDontDisplay, true}}));
     ASSERT_TRUE(host.HasRecorded());
     int32 amount = 0;
     EXPECT_TRUE(host.Recorded().GetInteger(FourCC("Amnt"), amount));
@@ -434,7 +439,9 @@ TEST(HostsimHost, ProgressHandlesAndSuitesAreWatched) {
             EXPECT_EQ(r->abortProc(), 0);
             const void* suite = nullptr;
             for (const auto& [name, version] : {std::pair<const char*, int32>{kPSColorSpaceSuite, 1},
-                                                {kPSColorSpaceSuite, 2}, {kPSChannelPortsSuite, 2}, {"no such", 1}})
+                                                {kPSColorSpaceSuite, 2},
+                                                {kPSChannelPortsSuite, 2},
+                                                {"no such", 1}})
                 acquired.push_back(r->sSPBasic->AcquireSuite(name, version, &suite));
             // The colour space suite is acquired once and released twice.
             r->sSPBasic->ReleaseSuite(kPSColorSpaceSuite, 1);
@@ -448,8 +455,8 @@ TEST(HostsimHost, ProgressHandlesAndSuitesAreWatched) {
     ASSERT_EQ(host.Progress().size(), 2u);
     EXPECT_EQ(host.Progress()[1].done, 3);
     EXPECT_EQ(host.AbortChecks(), 1);
-    EXPECT_EQ(acquired, (std::vector<SPErr>{kSPNoError, kSPSuiteNotFoundError, kSPSuiteNotFoundError,
-                                            kSPSuiteNotFoundError}));
+    EXPECT_EQ(acquired,
+              (std::vector<SPErr>{kSPNoError, kSPSuiteNotFoundError, kSPSuiteNotFoundError, kSPSuiteNotFoundError}));
     EXPECT_FALSE(host.HandlesUnlocked());
     const std::vector<std::string> misuse = host.TakeMisuse();
     ASSERT_EQ(misuse.size(), 5u) << ::testing::PrintToString(misuse); // locked after 1, 2, 3, 5 + release
@@ -469,10 +476,20 @@ TEST(HostsimHost, RecordDescribesDocumentAndHost) {
     } seen{};
     PluginScope scope([&](int16 selector, FilterRecord* r, intptr_t*) -> int16 {
         if (selector == filterSelectorPrepare)
-            seen = {r->planes,      r->imageMode, r->filterCase,           r->inLayerPlanes,  r->inTransparencyMask,
-                    r->inLayerMasks, r->depth,    r->bigDocumentData ? r->bigDocumentData->imageSize32.h : -1,
-                    r->hostSig,     r->sSPBasic != nullptr, r->documentInfo != nullptr, r->colorServices != nullptr,
-                    r->bigDocumentData != nullptr, r->samplingSupport};
+            seen = {r->planes,
+                    r->imageMode,
+                    r->filterCase,
+                    r->inLayerPlanes,
+                    r->inTransparencyMask,
+                    r->inLayerMasks,
+                    r->depth,
+                    r->bigDocumentData ? r->bigDocumentData->imageSize32.h : -1,
+                    r->hostSig,
+                    r->sSPBasic != nullptr,
+                    r->documentInfo != nullptr,
+                    r->colorServices != nullptr,
+                    r->bigDocumentData != nullptr,
+                    r->samplingSupport};
         return 0;
     });
     HostOptions options;

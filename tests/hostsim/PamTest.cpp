@@ -48,7 +48,9 @@ TEST(HostsimPam, RoundTripsByBytes) {
     {
         std::FILE* f = std::fopen(path.c_str(), "wb");
         ASSERT_NE(f, nullptr);
-        std::fputs("P7\n# made by hand\nWIDTH 2\n\nHEIGHT 1 # one row\nDEPTH 1\nMAXVAL 255\nTUPLTYPE GRAYSCALE\nENDHDR\nab", f);
+        std::fputs(
+            "P7\n# made by hand\nWIDTH 2\n\nHEIGHT 1 # one row\nDEPTH 1\nMAXVAL 255\nTUPLTYPE GRAYSCALE\nENDHDR\nab",
+            f);
         std::fclose(f);
     }
     ASSERT_TRUE(ReadPam(path, image, error)) << error;

@@ -47,13 +47,9 @@ Handle PluginHandle(const std::string& bytes) {
     return h;
 }
 
-std::string HandleText(Handle h) {
-    return std::string(*h, size_t(HandleSize(h)));
-}
+std::string HandleText(Handle h) { return std::string(*h, size_t(HandleSize(h))); }
 
-void Dispose(Handle h) {
-    GetHandleProcs()->disposeProc(h);
-}
+void Dispose(Handle h) { GetHandleProcs()->disposeProc(h); }
 
 class ScriptingTest : public ::testing::Test {
 protected:
@@ -80,12 +76,8 @@ protected:
         return static_cast<const T*>(table);
     }
 
-    const ReadDescriptorProcs& Read() {
-        return *scripting.DescriptorParameters()->readDescriptorProcs;
-    }
-    const WriteDescriptorProcs& Write() {
-        return *scripting.DescriptorParameters()->writeDescriptorProcs;
-    }
+    const ReadDescriptorProcs& Read() { return *scripting.DescriptorParameters()->readDescriptorProcs; }
+    const WriteDescriptorProcs& Write() { return *scripting.DescriptorParameters()->writeDescriptorProcs; }
 
     void ExpectNoMisuse() {
         EXPECT_EQ(scripting.TakeMisuse(), std::vector<std::string>());
@@ -219,8 +211,7 @@ TEST_F(ScriptingTest, ClassicWriteThenReadEveryType) {
             EXPECT_EQ(r.getSimpleReferenceProc(reader, &v), noErr);
             EXPECT_EQ(v.desiredClass, FourCC("Lyr "));
             EXPECT_EQ(v.keyForm, kFormName);
-            EXPECT_EQ(std::string(reinterpret_cast<char*>(v.keyData.name + 1), v.keyData.name[0]),
-                      "Ink");
+            EXPECT_EQ(std::string(reinterpret_cast<char*>(v.keyData.name + 1), v.keyData.name[0]), "Ink");
             break;
         }
         case kKeyJ: {
@@ -253,13 +244,12 @@ TEST_F(ScriptingTest, ClassicWriteThenReadEveryType) {
             EXPECT_EQ(s[6], 0xAA); // no terminator
             break;
         }
-        default:
-            ADD_FAILURE() << "unexpected key " << CodeText(key);
+        default: ADD_FAILURE() << "unexpected key " << CodeText(key);
         }
     }
     EXPECT_EQ(r.closeReadDescriptorProc(reader), noErr);
-    EXPECT_EQ(seen, (std::vector<DescriptorKeyID>{kKeyA, kKeyB, kKeyC, kKeyD, kKeyE, kKeyF, kKeyG,
-                                                  kKeyH, kKeyI, kKeyJ, kKeyK, kKeyL}));
+    EXPECT_EQ(seen, (std::vector<DescriptorKeyID>{kKeyA, kKeyB, kKeyC, kKeyD, kKeyE, kKeyF, kKeyG, kKeyH, kKeyI, kKeyJ,
+                                                  kKeyK, kKeyL}));
     // Found keys read 'null' now; the absent one still holds its key; the end is intact.
     EXPECT_EQ(keys[0], typeNull);
     EXPECT_EQ(keys[1], typeNull);
@@ -503,8 +493,7 @@ TEST(DescriptorBytes, RoundTripAndHostileBytes) {
 // ---- Registry ----
 
 TEST(Registry, PersistentEntriesSurviveAFile) {
-    const std::filesystem::path path =
-        ProcessTempDir() / "registry-test.bin";
+    const std::filesystem::path path = ProcessTempDir() / "registry-test.bin";
     Descriptor kept = EveryType();
     Descriptor session;
     session.PutInteger(kKeyA, 1);
@@ -530,8 +519,7 @@ TEST(Registry, PersistentEntriesSurviveAFile) {
         bytes.assign(std::istreambuf_iterator<char>(in), {});
     }
     for (size_t n : {size_t(0), size_t(3), size_t(9), bytes.size() / 2, bytes.size() - 1}) {
-        std::ofstream(path, std::ios::binary | std::ios::trunc)
-            .write(bytes.data(), std::streamsize(n));
+        std::ofstream(path, std::ios::binary | std::ios::trunc).write(bytes.data(), std::streamsize(n));
         EXPECT_FALSE(second.Load(path.string())) << n;
         EXPECT_EQ(second.Count(), 1u);
     }
@@ -695,12 +683,9 @@ TEST_F(ScriptingTest, ActionSuitesCarryEveryValue) {
     EXPECT_EQ(b, 1);
     Dispose(h);
 
-    for (PIActionDescriptor x2 : {d, sub, gotSub, fromHandle})
-        EXPECT_EQ(desc->Free(x2), noErr);
-    for (PIActionList x2 : {l, gotList})
-        EXPECT_EQ(list->Free(x2), noErr);
-    for (PIActionReference x2 : {r, gotRef, container})
-        EXPECT_EQ(ref->Free(x2), noErr);
+    for (PIActionDescriptor x2 : {d, sub, gotSub, fromHandle}) EXPECT_EQ(desc->Free(x2), noErr);
+    for (PIActionList x2 : {l, gotList}) EXPECT_EQ(list->Free(x2), noErr);
+    for (PIActionReference x2 : {r, gotRef, container}) EXPECT_EQ(ref->Free(x2), noErr);
     ExpectNoMisuse();
 }
 
@@ -710,15 +695,13 @@ TEST_F(ScriptingTest, BasicActionControlReadsTheDocument) {
     const auto* desc = Suite<PSActionDescriptorProcs>(kPSActionDescriptorSuite, 2);
     EXPECT_EQ(Suite<PSBasicActionControlProcs>(kPSBasicActionControlSuite, 1)->Get, bac->Get);
 
-    const auto get = [&](DescriptorKeyID property, bool byName, DescriptorEnumTypeID enumType,
-                         const char* name, PIActionDescriptor* out) {
+    const auto get = [&](DescriptorKeyID property, bool byName, DescriptorEnumTypeID enumType, const char* name,
+                         PIActionDescriptor* out) {
         PIActionReference r = nullptr;
         ref->Make(&r);
         ref->PutProperty(r, FourCC("Prpr"), property);
-        if (byName)
-            ref->PutName(r, FourCC("Lyr "), name);
-        else
-            ref->PutEnumerated(r, FourCC("Lyr "), enumType, FourCC("Trgt"));
+        if (byName) ref->PutName(r, FourCC("Lyr "), name);
+        else ref->PutEnumerated(r, FourCC("Lyr "), enumType, FourCC("Trgt"));
         const OSErr e = bac->Get(out, r);
         ref->Free(r);
         return e;

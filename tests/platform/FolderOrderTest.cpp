@@ -25,8 +25,8 @@ TEST(FolderOrder, UpperCaseOrdinalOnEverySystem) {
     ASSERT_TRUE(ListFolder(dir.string(), "*", entries));
     std::vector<std::string> listed;
     for (const FolderEntry& e : entries) listed.push_back(e.name);
-    const std::vector<std::string> expected = {".",        "..",       "ink-2.qzt", "INK.qzt", "Inka.qzt",
-                                               "inK_dir", "Ink_Spill.qzt", "Zulu.qzt", "[x].qzt", "_lead.qzt"};
+    const std::vector<std::string> expected = {
+        ".", "..", "ink-2.qzt", "INK.qzt", "Inka.qzt", "inK_dir", "Ink_Spill.qzt", "Zulu.qzt", "[x].qzt", "_lead.qzt"};
     EXPECT_EQ(listed, expected);
 
     // A pattern keeps the same order among what it matches.
@@ -36,8 +36,8 @@ TEST(FolderOrder, UpperCaseOrdinalOnEverySystem) {
     EXPECT_EQ(listed, (std::vector<std::string>{"ink-2.qzt", "INK.qzt", "Inka.qzt", "Ink_Spill.qzt"}));
 
     // Names equal but for case (possible off Windows) still come in one fixed order.
-    std::vector<FolderEntry> twins = {{"ab", false, true, false, 0}, {"AB", false, true, false, 0},
-                                      {"Ab", false, true, false, 0}};
+    std::vector<FolderEntry> twins = {
+        {"ab", false, true, false, 0}, {"AB", false, true, false, 0}, {"Ab", false, true, false, 0}};
     SortListing(twins);
     EXPECT_EQ(twins[0].name, "AB");
     EXPECT_EQ(twins[1].name, "Ab");

@@ -31,9 +31,8 @@ namespace {
 class TempFolder {
 public:
     explicit TempFolder(const std::string& tag) {
-        path_ = fs::temp_directory_path() /
-                ("qz-platform-" + tag + "-" + std::to_string(CurrentTimeSeconds()) + "-" +
-                 std::to_string(std::random_device{}()));
+        path_ = fs::temp_directory_path() / ("qz-platform-" + tag + "-" + std::to_string(CurrentTimeSeconds()) + "-" +
+                                             std::to_string(std::random_device{}()));
         fs::create_directories(path_);
     }
     ~TempFolder() {
@@ -46,13 +45,10 @@ private:
     fs::path path_;
 };
 
-void WriteFile(const fs::path& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
-}
+void WriteFile(const fs::path& path, const std::string& bytes) { std::ofstream(path, std::ios::binary) << bytes; }
 
 const FolderEntry* Find(const std::vector<FolderEntry>& entries, const std::string& name) {
-    auto it = std::find_if(entries.begin(), entries.end(),
-                           [&](const FolderEntry& e) { return e.name == name; });
+    auto it = std::find_if(entries.begin(), entries.end(), [&](const FolderEntry& e) { return e.name == name; });
     return it == entries.end() ? nullptr : &*it;
 }
 
@@ -60,8 +56,7 @@ const FolderEntry* Find(const std::vector<FolderEntry>& entries, const std::stri
 std::string ProgramName(const std::string& path) {
     std::string name = fs::path(path).stem().string();
 #ifdef _WIN32
-    for (char& c : name)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 #endif
     return name;
 }
@@ -77,11 +72,9 @@ TEST(PlatformPages, ZeroFilledWritableAndRefusesNonsense) {
     EXPECT_EQ(pages[0], 0);
     EXPECT_EQ(pages[bytes / 2], 0);
     EXPECT_EQ(pages[bytes - 1], 0);
-    for (size_t i = 0; i < bytes; i += 4093)
-        pages[i] = static_cast<unsigned char>(i * 7 + 1);
+    for (size_t i = 0; i < bytes; i += 4093) pages[i] = static_cast<unsigned char>(i * 7 + 1);
     pages[bytes - 1] = 0xA5;
-    for (size_t i = 0; i < bytes; i += 4093)
-        ASSERT_EQ(pages[i], static_cast<unsigned char>(i * 7 + 1));
+    for (size_t i = 0; i < bytes; i += 4093) ASSERT_EQ(pages[i], static_cast<unsigned char>(i * 7 + 1));
     EXPECT_EQ(pages[bytes - 1], 0xA5);
     FreePages(pages, bytes);
 
@@ -149,8 +142,7 @@ TEST(PlatformFolderList, ListsLikeFindFirstFile) {
 #ifndef _WIN32
     // POSIX order is fixed: dots first, then case-insensitive.
     const char* order[] = {".", "..", ".hidden", "A.QZT", "b.qzt", "c.txt", "Sub"};
-    for (size_t i = 0; i < entries.size(); ++i)
-        EXPECT_EQ(entries[i].name, order[i]);
+    for (size_t i = 0; i < entries.size(); ++i) EXPECT_EQ(entries[i].name, order[i]);
 #endif
 
     // Patterns match case-insensitively; "*.*" also matches names without a dot.
@@ -177,9 +169,8 @@ TEST(PlatformAlert, CaptureRecordsAndAnswers) {
     EXPECT_EQ(ShowAlert("Texture file is damaged."), AlertAnswer::Cancel);
     {
         AlertCapture inner(AlertAnswer::No);
-        EXPECT_EQ(
-            ShowAlert("Replace the preset?", kAlertTitle, AlertIcon::Question, AlertButtons::YesNo),
-            AlertAnswer::No);
+        EXPECT_EQ(ShowAlert("Replace the preset?", kAlertTitle, AlertIcon::Question, AlertButtons::YesNo),
+                  AlertAnswer::No);
         ASSERT_EQ(inner.Alerts().size(), 1u);
         const AlertRecord& alert = inner.Alerts()[0];
         EXPECT_EQ(alert.text, "Replace the preset?");
@@ -220,10 +211,8 @@ TEST(PlatformUserStore, RoundTripsValues) {
 
 #ifndef _WIN32
     EXPECT_TRUE(fs::is_regular_file(temp.Path() / "Quenzit" / "Environment"));
-    if (saved)
-        setenv("XDG_CONFIG_HOME", saved->c_str(), 1);
-    else
-        unsetenv("XDG_CONFIG_HOME");
+    if (saved) setenv("XDG_CONFIG_HOME", saved->c_str(), 1);
+    else unsetenv("XDG_CONFIG_HOME");
 #endif
 }
 
@@ -237,8 +226,7 @@ TEST(PlatformClock, CountsSecondsSince1970) {
 
 TEST(PlatformCRandom, MatchesTheWindowsRuntime) {
     CSeedRandom(1);
-    for (int expected : {41, 18467, 6334, 26500, 19169})
-        EXPECT_EQ(CRandom(), expected);
+    for (int expected : {41, 18467, 6334, 26500, 19169}) EXPECT_EQ(CRandom(), expected);
 
     // By hand: 4000000000 * 214013 + 2531011 = 856052002531011, which wraps to
     // 595928771; 595928771 >> 16 = 9093.

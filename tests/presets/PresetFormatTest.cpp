@@ -13,8 +13,7 @@ std::string WriteToString(int kind) {
     EXPECT_TRUE(WritePresetFile(file, kind));
     std::rewind(file);
     std::string text;
-    for (int c; (c = std::fgetc(file)) != EOF;)
-        text += char(c);
+    for (int c; (c = std::fgetc(file)) != EOF;) text += char(c);
     std::fclose(file);
     return text;
 }
@@ -24,9 +23,7 @@ bool PresetKeyed(const ParameterField& f) {
            std::strncmp(f.name, "Pending", 7) != 0 && std::strstr(f.name, "Offset") == nullptr;
 }
 
-bool StartsWith(const char* s, const char* head) {
-    return std::strncmp(s, head, std::strlen(head)) == 0;
-}
+bool StartsWith(const char* s, const char* head) { return std::strncmp(s, head, std::strlen(head)) == 0; }
 
 // Which fields a kind writes, told by their names.
 bool WashField(const char* n) {
@@ -34,13 +31,12 @@ bool WashField(const char* n) {
            !std::strcmp(n, "SecondWashExists");
 }
 bool SurfaceField(const char* n) {
-    return (StartsWith(n, "Surface") && std::strcmp(n, "SurfaceInNewLayer") &&
-            std::strcmp(n, "SurfaceHighlight") && std::strcmp(n, "SurfaceShadow")) ||
+    return (StartsWith(n, "Surface") && std::strcmp(n, "SurfaceInNewLayer") && std::strcmp(n, "SurfaceHighlight") &&
+            std::strcmp(n, "SurfaceShadow")) ||
            !std::strcmp(n, "UseSurface") || !std::strcmp(n, "SecondSurfaceExists");
 }
 bool BackgroundField(const char* n) {
-    return StartsWith(n, "Background") || !std::strcmp(n, "UseBackground") ||
-           !std::strcmp(n, "SurfaceInNewLayer");
+    return StartsWith(n, "Background") || !std::strcmp(n, "UseBackground") || !std::strcmp(n, "SurfaceInNewLayer");
 }
 
 // Two records that differ in every field a preset can hold; the first has every
@@ -52,26 +48,13 @@ void FillPattern(FilterParameters& p, bool written) {
         char* at = reinterpret_cast<char*>(&p) + f.offset;
         const int n = int(i);
         switch (f.kind) {
-        case FieldKind::Flag:
-            *reinterpret_cast<uint8_t*>(at) = written ? 1 : 0;
-            break;
-        case FieldKind::Byte:
-            *reinterpret_cast<uint8_t*>(at) = uint8_t(written ? n % 4 + 1 : 200);
-            break;
-        case FieldKind::Int32:
-            *reinterpret_cast<int32_t*>(at) = written ? 1000 + n : -1 - n;
-            break;
-        case FieldKind::Color:
-            *reinterpret_cast<uint32_t*>(at) = written ? 0x10000u + uint32_t(n) : 7u;
-            break;
-        case FieldKind::Float:
-            *reinterpret_cast<float*>(at) = written ? float(n) + 0.25f : -7.5f;
-            break;
-        case FieldKind::Name:
-            std::snprintf(at, kNameLength, "%s_%s.qzt", written ? "A" : "B", f.name);
-            break;
-        default:
-            break;
+        case FieldKind::Flag: *reinterpret_cast<uint8_t*>(at) = written ? 1 : 0; break;
+        case FieldKind::Byte: *reinterpret_cast<uint8_t*>(at) = uint8_t(written ? n % 4 + 1 : 200); break;
+        case FieldKind::Int32: *reinterpret_cast<int32_t*>(at) = written ? 1000 + n : -1 - n; break;
+        case FieldKind::Color: *reinterpret_cast<uint32_t*>(at) = written ? 0x10000u + uint32_t(n) : 7u; break;
+        case FieldKind::Float: *reinterpret_cast<float*>(at) = written ? float(n) + 0.25f : -7.5f; break;
+        case FieldKind::Name: std::snprintf(at, kNameLength, "%s_%s.qzt", written ? "A" : "B", f.name); break;
+        default: break;
         }
     }
     LinkWash = LinkSurface = LinkBackground = written ? 1 : 0;
@@ -82,12 +65,9 @@ bool SameField(const FilterParameters& a, const FilterParameters& b, const Param
     const char* y = reinterpret_cast<const char*>(&b) + f.offset;
     switch (f.kind) {
     case FieldKind::Flag:
-    case FieldKind::Byte:
-        return *x == *y;
-    case FieldKind::Name:
-        return std::strcmp(x, y) == 0;
-    default:
-        return std::memcmp(x, y, 4) == 0;
+    case FieldKind::Byte: return *x == *y;
+    case FieldKind::Name: return std::strcmp(x, y) == 0;
+    default: return std::memcmp(x, y, 4) == 0;
     }
 }
 
@@ -104,8 +84,7 @@ TEST_F(PresetFormat, WriterKeepsTheTextOfTheFormat) {
               0u);
     EXPECT_NE(surface.find("1NFS Battleship.qzt \t\t\t\t;Surface1 Name \n"), std::string::npos);
     EXPECT_NE(surface.find("1hDS 50 \t\t\t\t;Surface1 Depth\n"), std::string::npos);
-    EXPECT_NE(surface.find("1pAS 58.00 \t\t\t\t;Surface Use \n1tBS 35.00 \t\t\t\t;Surface Use \n"),
-              std::string::npos);
+    EXPECT_NE(surface.find("1pAS 58.00 \t\t\t\t;Surface Use \n1tBS 35.00 \t\t\t\t;Surface Use \n"), std::string::npos);
     EXPECT_NE(surface.find("2HFS 0 \t\t\t\t;Flip Surf2 Ver. \n"), std::string::npos);
     const std::string last = "BkLI 0 \t\t\t\t;Is Background Linked\n";
     EXPECT_EQ(surface.substr(surface.size() - last.size()), last);
@@ -144,8 +123,7 @@ TEST_F(PresetFormat, EachKindBringsBackWhatItWritesAndLeavesTheRest) {
         {PresetBackground, BackgroundField},
         {PresetUser,
          [](const char* n) {
-             return WashField(n) || SurfaceField(n) || BackgroundField(n) ||
-                    !std::strcmp(n, "EffectInNewLayer");
+             return WashField(n) || SurfaceField(n) || BackgroundField(n) || !std::strcmp(n, "EffectInNewLayer");
          }},
     };
     for (const auto& k : kinds) {
@@ -167,8 +145,7 @@ TEST_F(PresetFormat, EachKindBringsBackWhatItWritesAndLeavesTheRest) {
             const ParameterField& f = kParameterFields[i];
             if (!PresetKeyed(f)) continue;
             const bool back = k.writes(f.name);
-            EXPECT_TRUE(SameField(read, back ? written : untouched, f))
-                << f.name << (back ? " written" : " untouched");
+            EXPECT_TRUE(SameField(read, back ? written : untouched, f)) << f.name << (back ? " written" : " untouched");
         }
         EXPECT_EQ(LinkWash + LinkSurface + LinkBackground, 3);
         gParams = &record_;
@@ -207,8 +184,7 @@ TEST_F(PresetFormat, VersionOneFilesAreRewrittenAndTheVersionCarriesOver) {
     EXPECT_EQ(gParams->WashCoverage2, 90);
 
     // Version 2 again: values as they stand, and the background's name switches it off.
-    ASSERT_TRUE(
-        LoadText("Quenzit Press Preset;\nVersion 2;\n1voC 30\nnOkB 1 \nNFkB No_Texture.qzt \n"));
+    ASSERT_TRUE(LoadText("Quenzit Press Preset;\nVersion 2;\n1voC 30\nnOkB 1 \nNFkB No_Texture.qzt \n"));
     EXPECT_EQ(gParams->WashCoverage1, 30);
     EXPECT_EQ(gParams->UseBackground, 0);
 }
@@ -223,9 +199,8 @@ TEST_F(PresetFormat, ReaderLineRules) {
     EXPECT_EQ(gParams->UseWash, 0);
 
     // CR LF: the CR stays in a name only where no blank stood before it.
-    ASSERT_TRUE(
-        LoadText("Quenzit Press Preset;\r\nVersion 2;\r\n1NFW Plain.qzt\r\n2NFW Spaced.qzt \r\n"
-                 "1cSW 42\r\n1NFS Commented.qzt\t\t\t\t;Surface1 Name\r\n"));
+    ASSERT_TRUE(LoadText("Quenzit Press Preset;\r\nVersion 2;\r\n1NFW Plain.qzt\r\n2NFW Spaced.qzt \r\n"
+                         "1cSW 42\r\n1NFS Commented.qzt\t\t\t\t;Surface1 Name\r\n"));
     EXPECT_EQ(std::string(gParams->WashFileName1), "Plain.qzt\r");
     EXPECT_EQ(std::string(gParams->WashFileName2), "Spaced.qzt");
     EXPECT_EQ(std::string(gParams->SurfaceFileName1), "Commented.qzt");

@@ -2,7 +2,6 @@
 // brute-force versions of the stated rules.
 #include "TextureTestFiles.h"
 
-
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -34,7 +34,8 @@ std::vector<uint8_t> PlainEnlarge(const uint8_t* s, int w, int h, int nw, int nh
             float w00 = a + c, w01 = d + a, w10 = b + c, w11 = b + d;
             const float sum = w00 + w01 + w10 + w11;
             if (sum != 0) w00 /= sum, w01 /= sum, w10 /= sum, w11 /= sum;
-            out.push_back(uint8_t(int(s[r0 * w + c0] * w00 + s[r0 * w + c1] * w01 + s[r1 * w + c0] * w10 + s[r1 * w + c1] * w11)));
+            out.push_back(uint8_t(
+                int(s[r0 * w + c0] * w00 + s[r0 * w + c1] * w01 + s[r1 * w + c0] * w10 + s[r1 * w + c1] * w11)));
         }
     }
     return out;

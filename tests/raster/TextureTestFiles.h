@@ -51,7 +51,8 @@ inline std::vector<uint8_t> Compress(const std::vector<uint8_t>& raw) {
 // A file of either header form followed by `stream` as it is.
 inline void WriteTexture(const std::string& path, bool legacy, uint32_t w, uint32_t h, uint32_t planes,
                          const std::vector<uint8_t>& stream) {
-    std::vector<uint8_t> b = legacy ? std::vector<uint8_t>{'w', 'a', 's', 'h'} : std::vector<uint8_t>{'1', 't', 'z', 'q'};
+    std::vector<uint8_t> b =
+        legacy ? std::vector<uint8_t>{'w', 'a', 's', 'h'} : std::vector<uint8_t>{'1', 't', 'z', 'q'};
     for (uint32_t v : {w, h, planes})
         for (int i = 0; i < 4; ++i) b.push_back(uint8_t(v >> (legacy ? 24 - 8 * i : 8 * i)));
     if (!legacy) b.resize(52, 0);
@@ -62,8 +63,6 @@ inline void WriteTexture(const std::string& path, bool legacy, uint32_t w, uint3
     std::fclose(f);
 }
 
-inline std::string TempFile(const std::string& name) {
-    return (ProcessTempDir() / name).string();
-}
+inline std::string TempFile(const std::string& name) { return (ProcessTempDir() / name).string(); }
 
 } // namespace rastertest

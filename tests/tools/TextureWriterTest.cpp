@@ -15,13 +15,11 @@
 namespace {
 
 uint32_t Le32(const std::vector<uint8_t>& b, size_t at) {
-    return uint32_t(b[at]) | uint32_t(b[at + 1]) << 8 | uint32_t(b[at + 2]) << 16 |
-           uint32_t(b[at + 3]) << 24;
+    return uint32_t(b[at]) | uint32_t(b[at + 1]) << 8 | uint32_t(b[at + 2]) << 16 | uint32_t(b[at + 3]) << 24;
 }
 
 uint32_t Be32(const std::vector<uint8_t>& b, size_t at) {
-    return uint32_t(b[at]) << 24 | uint32_t(b[at + 1]) << 16 | uint32_t(b[at + 2]) << 8 |
-           uint32_t(b[at + 3]);
+    return uint32_t(b[at]) << 24 | uint32_t(b[at + 1]) << 16 | uint32_t(b[at + 2]) << 8 | uint32_t(b[at + 3]);
 }
 
 std::vector<uint8_t> Inflate(const std::vector<uint8_t>& file, size_t offset, size_t expected) {
@@ -36,14 +34,11 @@ std::vector<uint8_t> Inflate(const std::vector<uint8_t>& file, size_t offset, si
 // Three planes of 5 by 3 whose bytes tell plane, row and column apart.
 std::vector<uint8_t> Planar(uint32_t w, uint32_t h, uint32_t planes) {
     std::vector<uint8_t> p(size_t(w) * h * planes);
-    for (size_t i = 0; i < p.size(); ++i)
-        p[i] = uint8_t(i * 7 + 3);
+    for (size_t i = 0; i < p.size(); ++i) p[i] = uint8_t(i * 7 + 3);
     return p;
 }
 
-std::string TempPath(const char* name) {
-    return (ProcessTempDir() / name).string();
-}
+std::string TempPath(const char* name) { return (ProcessTempDir() / name).string(); }
 
 } // namespace
 
@@ -65,8 +60,7 @@ TEST(TextureWriter, CurrentFormIsLittleEndianWithOnePlanarStream) {
     EXPECT_EQ(Le32(file, 20), 7u);
     EXPECT_EQ(Le32(file, 24), 0x01020304u);
     EXPECT_EQ(Le32(file, 28), (1u << 14) | (1u << 4));
-    EXPECT_TRUE(
-        std::all_of(file.begin() + 32, file.begin() + 52, [](uint8_t b) { return b == 0; }));
+    EXPECT_TRUE(std::all_of(file.begin() + 32, file.begin() + 52, [](uint8_t b) { return b == 0; }));
     EXPECT_EQ(file[52], 0x78) << "payload is a zlib stream right after the header";
     EXPECT_EQ(Inflate(file, 52, planar.size()), planar);
 
@@ -81,9 +75,7 @@ TEST(TextureWriter, LegacyFormIsBigEndianSixteenBytes) {
     const std::vector<uint8_t> planar = Planar(258, 2, 1);
     std::vector<uint8_t> file;
     std::string error;
-    ASSERT_TRUE(
-        EncodeTexture(258, 2, 1, planar.data(), {9, 9, 9}, TextureHeaderForm::Legacy, file, error))
-        << error;
+    ASSERT_TRUE(EncodeTexture(258, 2, 1, planar.data(), {9, 9, 9}, TextureHeaderForm::Legacy, file, error)) << error;
     EXPECT_EQ(std::string(file.begin(), file.begin() + 4), "wash");
     EXPECT_EQ(Be32(file, 4), 258u);
     EXPECT_EQ(Be32(file, 8), 2u);
@@ -101,11 +93,10 @@ TEST(TextureWriter, FileRoundTripsAndTruncationIsCaught) {
     const std::string path = TempPath("qz_writer_test.qzt");
     const std::vector<uint8_t> planar = Planar(64, 48, 3);
     std::string error;
-    ASSERT_TRUE(WriteTextureFile(path, 64, 48, 3, planar.data(), {3, 0, 1u << 20},
-                                 TextureHeaderForm::Current, error, 9))
+    ASSERT_TRUE(
+        WriteTextureFile(path, 64, 48, 3, planar.data(), {3, 0, 1u << 20}, TextureHeaderForm::Current, error, 9))
         << error;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(ProcessTempDir()))
+    for (const auto& entry : std::filesystem::directory_iterator(ProcessTempDir()))
         EXPECT_NE(entry.path().filename().string().rfind("qz_writer_test.qzt.", 0), 0u)
             << "left behind: " << entry.path();
 
@@ -136,8 +127,7 @@ TEST(TextureWriter, RefusesAbsurdSizes) {
     EXPECT_NE(error.find("1 GiB"), std::string::npos);
 
     const std::string path = TempPath("qz_writer_absurd.qzt");
-    EXPECT_FALSE(
-        WriteTextureFile(path, 100000, 100000, 1, &byte, {}, TextureHeaderForm::Current, error));
+    EXPECT_FALSE(WriteTextureFile(path, 100000, 100000, 1, &byte, {}, TextureHeaderForm::Current, error));
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
@@ -187,11 +177,10 @@ TEST(TextureLibrary, CatalogueKeepsItsPromises) {
         for (unsigned bit = 1; bit <= 20; ++bit)
             if (s.effectMask & (1u << bit)) ++perCategory[bit];
     }
-    for (const char* name : {"Scratched.qzt", "General_Store.qzt", "Rusted.qzt", "Battleship.qzt",
-                             "Fiberglass.qzt", "No_Texture.qzt", "Solid.qzt"})
+    for (const char* name : {"Scratched.qzt", "General_Store.qzt", "Rusted.qzt", "Battleship.qzt", "Fiberglass.qzt",
+                             "No_Texture.qzt", "Solid.qzt"})
         EXPECT_TRUE(names.count(name)) << name;
-    for (unsigned bit = 1; bit <= 20; ++bit)
-        EXPECT_GE(perCategory[bit], 2) << EffectCategoryName(bit);
+    for (unsigned bit = 1; bit <= 20; ++bit) EXPECT_GE(perCategory[bit], 2) << EffectCategoryName(bit);
 }
 
 TEST(TextureLibrary, GenerationIsDeterministicAndFillsTheRange) {

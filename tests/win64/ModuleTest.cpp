@@ -45,9 +45,8 @@ TEST(Module, ImportsOnlySystemLibraries) {
     std::vector<std::string> dlls;
     std::string error;
     ASSERT_TRUE(ReadImportedDlls(ModulePath(), dlls, error)) << error;
-    const std::set<std::string> allowed = {"KERNEL32.DLL", "USER32.DLL",   "GDI32.DLL",   "COMCTL32.DLL",
-                                           "COMDLG32.DLL", "ADVAPI32.DLL", "SHELL32.DLL", "WINMM.DLL",
-                                           "WS2_32.DLL",   "MSVCRT.DLL"};
+    const std::set<std::string> allowed = {"KERNEL32.DLL", "USER32.DLL",  "GDI32.DLL", "COMCTL32.DLL", "COMDLG32.DLL",
+                                           "ADVAPI32.DLL", "SHELL32.DLL", "WINMM.DLL", "WS2_32.DLL",   "MSVCRT.DLL"};
     EXPECT_FALSE(dlls.empty());
     for (const std::string& dll : dlls) EXPECT_TRUE(allowed.count(Upper(dll))) << "imports " << dll;
     EXPECT_TRUE(std::any_of(dlls.begin(), dlls.end(), [](const std::string& d) { return Upper(d) == "KERNEL32.DLL"; }));

@@ -46,8 +46,7 @@ bool ReadPng(FILE* f, Image& out, std::string& error, ImageReadOptions options) 
         png_set_strip_16(png);
     }
     if (type == PNG_COLOR_TYPE_PALETTE) png_set_palette_to_rgb(png);
-    if (type == PNG_COLOR_TYPE_GRAY && png_get_bit_depth(png, info) < 8)
-        png_set_expand_gray_1_2_4_to_8(png);
+    if (type == PNG_COLOR_TYPE_GRAY && png_get_bit_depth(png, info) < 8) png_set_expand_gray_1_2_4_to_8(png);
     if (png_get_valid(png, info, PNG_INFO_tRNS)) png_set_tRNS_to_alpha(png);
     if (!options.keepAlpha) png_set_strip_alpha(png);
     png_set_interlace_handling(png);
@@ -67,8 +66,7 @@ bool ReadPng(FILE* f, Image& out, std::string& error, ImageReadOptions options) 
     }
     out.pixels.resize(size_t(out.width) * out.height * out.channels);
     rows.resize(out.height);
-    for (uint32_t y = 0; y < out.height; ++y)
-        rows[y] = out.pixels.data() + size_t(y) * out.width * out.channels;
+    for (uint32_t y = 0; y < out.height; ++y) rows[y] = out.pixels.data() + size_t(y) * out.width * out.channels;
     png_read_image(png, rows.data());
     png_read_end(png, nullptr);
     png_destroy_read_struct(&png, &info, nullptr);
@@ -176,8 +174,7 @@ bool WritePng(const std::string& path, const Image& image, std::string& error) {
         return false;
     }
     png_init_io(png, f.get());
-    png_set_IHDR(png, info, image.width, image.height, 8,
-                 kColorTypes[image.channels], PNG_INTERLACE_NONE,
+    png_set_IHDR(png, info, image.width, image.height, 8, kColorTypes[image.channels], PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_write_info(png, info);
     for (uint32_t y = 0; y < image.height; ++y)
@@ -221,7 +218,8 @@ bool WriteJpeg(const std::string& path, const Image& image, std::string& error, 
     jpeg_set_quality(&cinfo, quality, TRUE);
     jpeg_start_compress(&cinfo, TRUE);
     while (cinfo.next_scanline < cinfo.image_height) {
-        JSAMPROW row = const_cast<uint8_t*>(image.pixels.data()) + size_t(cinfo.next_scanline) * image.width * image.channels;
+        JSAMPROW row =
+            const_cast<uint8_t*>(image.pixels.data()) + size_t(cinfo.next_scanline) * image.width * image.channels;
         jpeg_write_scanlines(&cinfo, &row, 1);
     }
     jpeg_finish_compress(&cinfo);

@@ -34,15 +34,11 @@ void Normalise2(float& x, float& y) {
     }
 }
 
-float Grain(int x, int y, uint32_t seed) {
-    return HashUnit(Hash(x, y, seed)) - 0.5f;
-}
+float Grain(int x, int y, uint32_t seed) { return HashUnit(Hash(x, y, seed)) - 0.5f; }
 
 // A smooth field (features of 40 units and more) computed every two units and
 // interpolated: most of a texture's time would otherwise go into it.
-template <typename F> Field Low(const Canvas& c, F f) {
-    return FillCoarse(c, std::max(1, int(2.0f * c.k + 0.5f)), f);
-}
+template <typename F> Field Low(const Canvas& c, F f) { return FillCoarse(c, std::max(1, int(2.0f * c.k + 0.5f)), f); }
 
 // Visits the pixels whose centres lie in the square of half-side `r` units round
 // (cx, cy): f(x, y, u, v).
@@ -52,14 +48,13 @@ template <typename F> void ForArea(const Canvas& c, float cx, float cy, float r,
     const int y0 = std::max(0, FloorInt((cy - r) * c.k));
     const int y1 = std::min(c.h - 1, FloorInt((cy + r) * c.k));
     for (int y = y0; y <= y1; ++y)
-        for (int x = x0; x <= x1; ++x)
-            f(x, y, c.U(x), c.V(y));
+        for (int x = x0; x <= x1; ++x) f(x, y, c.U(x), c.V(y));
 }
 
 // A scratch: a gently curving path that tapers at both ends, flickers in strength
 // and breaks up where the tool lifted.
-std::vector<StrokePoint> ScratchPath(Rng& r, float x, float y, float dx, float dy, float len,
-                                     float width, float alpha, float curl, float gaps) {
+std::vector<StrokePoint> ScratchPath(Rng& r, float x, float y, float dx, float dy, float len, float width, float alpha,
+                                     float curl, float gaps) {
     std::vector<StrokePoint> pts;
     const float step = std::max(1.5f, std::min(6.0f, len / 30.0f));
     const int n = std::max(2, int(len / step) + 1);
@@ -72,8 +67,7 @@ std::vector<StrokePoint> ScratchPath(Rng& r, float x, float y, float dx, float d
         float taper = Sqrt(4.0f * t * (1.0f - t));
         taper = std::min(1.0f, taper * 1.7f);
         float a = alpha * (0.65f + 0.35f * ValueNoise(dist / 6.0f, 0.5f, s));
-        if (gaps > 0.0f)
-            a *= SmoothStep(gaps - 0.12f, gaps + 0.12f, ValueNoise(dist / gapScale, 3.5f, s + 1));
+        if (gaps > 0.0f) a *= SmoothStep(gaps - 0.12f, gaps + 0.12f, ValueNoise(dist / gapScale, 3.5f, s + 1));
         const float w = width * taper * (0.7f + 0.3f * ValueNoise(dist / 11.0f, 7.5f, s + 2));
         pts.push_back({x, y, w, a * std::min(1.0f, taper * 2.0f)});
         const float ndx = dx - dy * turn * step, ndy = dy + dx * turn * step;
@@ -148,8 +142,8 @@ Texture Scratches(const Canvas& c, uint64_t seed, const ScratchParams& p) {
         const float len = (20.0f + 380.0f * e * e * e) * p.length;
         const float x = r.Range(-50.0f, W + 50.0f), y = r.Range(-50.0f, H + 50.0f);
         DrawStroke(dark, c,
-                   ScratchPath(r, x, y, dx, dy, len, r.Range(0.25f, 0.8f), r.Range(0.2f, 0.75f),
-                               0.0015f, r.Range(0.0f, 0.4f)));
+                   ScratchPath(r, x, y, dx, dy, len, r.Range(0.25f, 0.8f), r.Range(0.2f, 0.75f), 0.0015f,
+                               r.Range(0.0f, 0.4f)));
     }
     for (int i = 0; i < p.deep; ++i) {
         float dx, dy;
@@ -159,8 +153,7 @@ Texture Scratches(const Canvas& c, uint64_t seed, const ScratchParams& p) {
         Rng copy = r;
         const float width = r.Range(1.0f, 2.6f);
         DrawStroke(dark, c,
-                   ScratchPath(r, x, y, dx, dy, len, width, r.Range(0.75f, 1.0f), 0.001f,
-                               r.Range(0.0f, 0.25f)));
+                   ScratchPath(r, x, y, dx, dy, len, width, r.Range(0.75f, 1.0f), 0.001f, r.Range(0.0f, 0.25f)));
         // The same path again, wider and faint: the burr thrown up along the groove.
         DrawStroke(rim, c, ScratchPath(copy, x, y, dx, dy, len, width * 2.6f, 0.6f, 0.001f, 0.0f));
     }
@@ -175,8 +168,8 @@ Texture Scratches(const Canvas& c, uint64_t seed, const ScratchParams& p) {
             const float off = r.Normal() * spread * 0.5f, along = r.Normal() * spread * 0.4f;
             const float jx = dx + r.Normal() * 0.04f, jy = dy + r.Normal() * 0.04f;
             DrawStroke(dark, c,
-                       ScratchPath(r, cx - dy * off + dx * along, cy + dx * off + dy * along, jx,
-                                   jy, r.Range(12.0f, 80.0f) * p.length, r.Range(0.25f, 0.6f),
+                       ScratchPath(r, cx - dy * off + dx * along, cy + dx * off + dy * along, jx, jy,
+                                   r.Range(12.0f, 80.0f) * p.length, r.Range(0.25f, 0.6f),
                                    strength * r.Range(0.5f, 1.0f), 0.002f, 0.3f));
         }
     }
@@ -208,16 +201,15 @@ Texture Scratches(const Canvas& c, uint64_t seed, const ScratchParams& p) {
 Texture PaintedBoards(const Canvas& c, uint64_t seed, const BoardParams& p) {
     Rng r(seed);
     std::vector<float> tops;
-    for (float y = -r.Range(0.0f, p.boardMax); y < c.Height(); y += r.Range(p.boardMin, p.boardMax))
-        tops.push_back(y);
+    for (float y = -r.Range(0.0f, p.boardMax); y < c.Height(); y += r.Range(p.boardMin, p.boardMax)) tops.push_back(y);
     tops.push_back(c.Height() + p.boardMax);
     const float studStep = r.Range(380.0f, 440.0f), studOff = r.Range(0.0f, studStep);
     Field out(c);
     const uint32_t sWear = Sub(seed, 1), sStreak = Sub(seed, 2), sGrain = Sub(seed, 3);
     const uint32_t sBrush = Sub(seed, 4), sCrack = Sub(seed, 5), sDirt = Sub(seed, 6);
     Field wearLow = Low(c, [&](float u, float v) {
-        return Fbm(u / 260.0f, v / 170.0f, sWear, 5) +
-               0.3f * Fbm(u / 900.0f, v / 30.0f, sStreak, 3) + 0.18f * (v / 1200.0f - 0.5f);
+        return Fbm(u / 260.0f, v / 170.0f, sWear, 5) + 0.3f * Fbm(u / 900.0f, v / 30.0f, sStreak, 3) +
+               0.18f * (v / 1200.0f - 0.5f);
     });
     Field dirt = Low(c, [&](float u, float v) {
         return 0.05f * SmoothStep(0.0f, 0.6f, Fbm(u / 150.0f, v / 150.0f, sDirt + 1, 3)) +
@@ -227,28 +219,26 @@ Texture PaintedBoards(const Canvas& c, uint64_t seed, const BoardParams& p) {
     size_t board = 0;
     for (int y = 0; y < c.h; ++y) {
         const float v = c.V(y);
-        while (board + 1 < tops.size() && v >= tops[board + 1])
-            ++board;
+        while (board + 1 < tops.size() && v >= tops[board + 1]) ++board;
         const float top = tops[board], height = tops[board + 1] - top;
         const float t = (v - top) / height;
         const uint32_t bs = sGrain + uint32_t(board) * 7919u;
         const float boardTone = HashUnit(Hash1(uint32_t(board), sGrain)) * 0.06f;
         // Paint goes first at the lower lap edge and the top of the board.
-        const float edge = 0.3f * (1.0f - SmoothStep(0.0f, 0.22f, t)) +
-                           0.22f * (1.0f - SmoothStep(0.0f, 0.12f, 1.0f - t));
+        const float edge =
+            0.3f * (1.0f - SmoothStep(0.0f, 0.22f, t)) + 0.22f * (1.0f - SmoothStep(0.0f, 0.12f, 1.0f - t));
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x);
             // The break line frays along the grain.
-            const float fray = 0.07f * Fbm(u / 14.0f, v / 4.0f, sDirt + 3, 3) +
-                               0.04f * Noise(u / 70.0f, v / 2.5f, sDirt + 4);
+            const float fray =
+                0.07f * Fbm(u / 14.0f, v / 4.0f, sDirt + 3, 3) + 0.04f * Noise(u / 70.0f, v / 2.5f, sDirt + 4);
             const float w = wearLow(x, y) + edge + fray;
             float paint = 1.0f - SmoothStep(th - 0.012f, th + 0.012f, w);
             // Small chips ahead of the main loss.
             const float chipZone = SmoothStep(th - 0.22f, th - 0.04f, w);
             if (chipZone > 0.0f)
-                paint = std::min(
-                    paint, 1.0f - SmoothStep(0.55f, 0.62f, Noise(u / 6.0f, v / 3.0f, sDirt + 5)) *
-                                      chipZone);
+                paint =
+                    std::min(paint, 1.0f - SmoothStep(0.55f, 0.62f, Noise(u / 6.0f, v / 3.0f, sDirt + 5)) * chipZone);
             float wood = 0.0f;
             if (paint < 1.0f) {
                 // Grey, open-grained wood where the paint is gone, darkest in the furrows.
@@ -261,8 +251,7 @@ Texture PaintedBoards(const Canvas& c, uint64_t seed, const BoardParams& p) {
             const float near = SmoothStep(th - 0.2f, th, w);
             if (near > 0.0f) {
                 // Hairline cracks along the grain in the paint near the worn parts.
-                const float crack =
-                    SmoothStep(0.9f, 0.97f, Ridged(u / 160.0f, v / 7.0f, sCrack, 3)) * near;
+                const float crack = SmoothStep(0.9f, 0.97f, Ridged(u / 160.0f, v / 7.0f, sCrack, 3)) * near;
                 paintTone -= 0.4f * crack;
             }
             // Dirt collects at the broken edge of the paint.
@@ -297,12 +286,10 @@ Field CrackField(const Canvas& c, uint64_t seed, const CrackParams& p) {
     const uint32_t sWarpX = Sub(seed, 1), sWarpY = Sub(seed, 2), sCell = Sub(seed, 3);
     const uint32_t sFine = Sub(seed, 4), sWidth = Sub(seed, 5), sLoss = Sub(seed, 6);
     const uint32_t sTex = Sub(seed, 7);
-    Field wx = FillCoarse(c, 2, [&](float u, float v) {
-        return Fbm(u / (p.cell * 1.3f), v / (p.cell * 1.3f), sWarpX, 4);
-    });
-    Field wy = FillCoarse(c, 2, [&](float u, float v) {
-        return Fbm(u / (p.cell * 1.3f), v / (p.cell * 1.3f), sWarpY, 4);
-    });
+    Field wx =
+        FillCoarse(c, 2, [&](float u, float v) { return Fbm(u / (p.cell * 1.3f), v / (p.cell * 1.3f), sWarpX, 4); });
+    Field wy =
+        FillCoarse(c, 2, [&](float u, float v) { return Fbm(u / (p.cell * 1.3f), v / (p.cell * 1.3f), sWarpY, 4); });
     Field out(c);
     const float aa = 1.0f / (p.cell * c.k); // one pixel, in cell units
     for (int y = 0; y < c.h; ++y) {
@@ -341,9 +328,7 @@ Field CrackField(const Canvas& c, uint64_t seed, const CrackParams& p) {
     return out;
 }
 
-Texture Cracks(const Canvas& c, uint64_t seed, const CrackParams& p) {
-    return ToGrey(CrackField(c, seed, p));
-}
+Texture Cracks(const Canvas& c, uint64_t seed, const CrackParams& p) { return ToGrey(CrackField(c, seed, p)); }
 
 Texture MudCracks(const Canvas& c, uint64_t seed, const CrackParams& p) {
     Field f = CrackField(c, seed, p);
@@ -352,12 +337,9 @@ Texture MudCracks(const Canvas& c, uint64_t seed, const CrackParams& p) {
     Blur(h, 2.0f * c.k);
     const Field light = Shade(h, c, 6.0f);
     const uint32_t s = Sub(seed, 20);
-    const RampStop ramp[] = {{0.0f, {38, 26, 18}},
-                             {0.35f, {92, 68, 46}},
-                             {0.7f, {150, 118, 84}},
-                             {1.0f, {196, 168, 128}}};
-    Field tintF =
-        Low(c, [&](float u, float v) { return 0.06f * Fbm(u / 250.0f, v / 250.0f, s, 4); });
+    const RampStop ramp[] = {
+        {0.0f, {38, 26, 18}}, {0.35f, {92, 68, 46}}, {0.7f, {150, 118, 84}}, {1.0f, {196, 168, 128}}};
+    Field tintF = Low(c, [&](float u, float v) { return 0.06f * Fbm(u / 250.0f, v / 250.0f, s, 4); });
     ColourField out(c);
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
@@ -398,16 +380,13 @@ Texture Wear(const Canvas& c, uint64_t seed, const WearParams& p) {
             top += p.rim * (1.0f - Clamp01(Abs(w - (th - 0.015f)) / 0.01f));
             float val = Lerp(top, under, gone);
             if (p.speckle > 0.0f) {
-                const float sp =
-                    Noise(u / 2.2f, v / 2.2f, sE + 3) + 0.6f * Fbm(u / 60.0f, v / 60.0f, sE + 4, 2);
-                val = Lerp(val, p.under,
-                           SmoothStep(0.95f - p.speckle * 0.35f, 1.0f - p.speckle * 0.35f, sp));
+                const float sp = Noise(u / 2.2f, v / 2.2f, sE + 3) + 0.6f * Fbm(u / 60.0f, v / 60.0f, sE + 4, 2);
+                val = Lerp(val, p.under, SmoothStep(0.95f - p.speckle * 0.35f, 1.0f - p.speckle * 0.35f, sp));
             }
             if (p.pores > 0.0f) {
                 const Cells a = Worley(u / 7.0f, v / 7.0f, sE + 5);
                 const float rad = 0.15f + 0.3f * HashUnit(a.id);
-                const float gate =
-                    SmoothStep(-0.2f, 0.4f, Fbm(u / 90.0f, v / 90.0f, sE + 6, 3) + p.pores - 0.5f);
+                const float gate = SmoothStep(-0.2f, 0.4f, Fbm(u / 90.0f, v / 90.0f, sE + 6, 3) + p.pores - 0.5f);
                 val = Lerp(val, p.under * 0.6f, (1.0f - SmoothStep(rad - 0.08f, rad, a.f1)) * gate);
             }
             out(x, y) = Clamp01(val);
@@ -447,9 +426,7 @@ Texture Splatter(const Canvas& c, uint64_t seed, const SplatterParams& p) {
                 // A streak thrown outward.
                 const float len = sr * r.Range(3.0f, 9.0f);
                 const float sx = cx + dx * dist, sy = cy + dy * dist;
-                DrawStroke(
-                    ink, c,
-                    {{sx - dx * len, sy - dy * len, sr * 0.2f, 0.8f}, {sx, sy, sr * 0.8f, 1.0f}});
+                DrawStroke(ink, c, {{sx - dx * len, sy - dy * len, sr * 0.2f, 0.8f}, {sx, sy, sr * 0.8f, 1.0f}});
             } else {
                 blob(cx + dx * dist, cy + dy * dist, sr, 0.2f, 1.0f);
             }
@@ -461,26 +438,23 @@ Texture Splatter(const Canvas& c, uint64_t seed, const SplatterParams& p) {
             std::vector<StrokePoint> run;
             const float w = rad * r.Range(0.06f, 0.16f);
             for (float t = 0.0f; t <= 1.0f; t += 0.02f)
-                run.push_back({x0 + Noise(t * 3.0f, 0.5f, uint32_t(i)) * 3.0f,
-                               cy + rad * 0.5f + t * len, w * (1.0f - 0.4f * t), 1.0f});
+                run.push_back({x0 + Noise(t * 3.0f, 0.5f, uint32_t(i)) * 3.0f, cy + rad * 0.5f + t * len,
+                               w * (1.0f - 0.4f * t), 1.0f});
             DrawStroke(ink, c, run);
             DrawDisc(ink, c, run.back().x, run.back().y + w * 0.5f, w * 1.5f, 1.0f, 0.6f);
         }
     }
     for (int i = 0; i < p.mist; ++i) {
         const float e = r.Uniform();
-        DrawDisc(ink, c, r.Range(0.0f, W), r.Range(0.0f, H), 0.3f + 2.5f * e * e * e,
-                 r.Range(0.5f, 1.0f), 0.5f);
+        DrawDisc(ink, c, r.Range(0.0f, W), r.Range(0.0f, H), 0.3f + 2.5f * e * e * e, r.Range(0.5f, 1.0f), 0.5f);
     }
     const uint32_t s = Sub(seed, 1);
     Field out(c);
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x), v = c.V(y);
-            const float paper =
-                0.95f + 0.02f * Fbm(u / 200.0f, v / 200.0f, s, 3) + 0.012f * Grain(x, y, s);
-            const float inkTone =
-                p.tone + p.texture * (0.5f + 0.5f * Fbm(u / 12.0f, v / 12.0f, s + 1, 3));
+            const float paper = 0.95f + 0.02f * Fbm(u / 200.0f, v / 200.0f, s, 3) + 0.012f * Grain(x, y, s);
+            const float inkTone = p.tone + p.texture * (0.5f + 0.5f * Fbm(u / 12.0f, v / 12.0f, s + 1, 3));
             out(x, y) = Clamp01(Lerp(paper, inkTone, ink(x, y)));
         }
     return ToGrey(out);
@@ -493,22 +467,19 @@ Texture Stains(const Canvas& c, uint64_t seed, const StainParams& p) {
     Rng r(seed);
     Field out(c);
     const uint32_t sPaper = Sub(seed, 1);
-    Fill(out, c,
-         [&](float u, float v) { return 0.95f + 0.025f * Fbm(u / 300.0f, v / 300.0f, sPaper, 4); });
+    Fill(out, c, [&](float u, float v) { return 0.95f + 0.025f * Fbm(u / 300.0f, v / 300.0f, sPaper, 4); });
     const float W = c.Width(), H = c.Height();
     for (int i = 0; i < p.stains; ++i) {
         const bool ring = r.Uniform() < p.rings;
         const float rad = ring ? p.size * r.Range(0.6f, 1.1f) : p.size * r.Range(0.4f, 1.5f);
-        const float cx = r.Range(-rad * 0.3f, W + rad * 0.3f),
-                    cy = r.Range(-rad * 0.3f, H + rad * 0.3f);
+        const float cx = r.Range(-rad * 0.3f, W + rad * 0.3f), cy = r.Range(-rad * 0.3f, H + rad * 0.3f);
         const float rough = ring ? 0.035f : 0.45f;
         const float strength = p.strength * r.Range(0.5f, 1.0f);
         const uint32_t s = r.Next();
         const float arc = ring ? r.Range(0.2f, 0.9f) : 1.0f; // how much of the ring shows
         const int inner = ring ? 1 : 1 + r.Below(3);
         std::vector<float> lines(static_cast<size_t>(inner));
-        for (float& l : lines)
-            l = r.Range(0.45f, 0.9f);
+        for (float& l : lines) l = r.Range(0.45f, 0.9f);
         ForArea(c, cx, cy, rad * 1.6f, [&](int x, int y, float u, float v) {
             const float d = BlobDistance(u, v, cx, cy, rad, rough, s);
             if (d > 1.15f) return;
@@ -520,12 +491,10 @@ Texture Stains(const Canvas& c, uint64_t seed, const StainParams& p) {
             line *= 0.55f + 0.45f * Fbm(u / 15.0f, v / 15.0f, s + 1, 3);
             // Older, fainter tide lines inside, where the water stood before.
             for (float l : lines)
-                line = std::max(line,
-                                0.5f * (1.0f - Clamp01(Abs(d - l) / (px * 2.0f + 0.01f))) * inside);
+                line = std::max(line, 0.5f * (1.0f - Clamp01(Abs(d - l) / (px * 2.0f + 0.01f))) * inside);
             if (ring) {
-                const float show =
-                    SmoothStep(arc - 0.25f, arc + 0.25f,
-                               0.5f + 0.8f * Noise(u / (rad * 0.7f), v / (rad * 0.7f), s + 2));
+                const float show = SmoothStep(arc - 0.25f, arc + 0.25f,
+                                              0.5f + 0.8f * Noise(u / (rad * 0.7f), v / (rad * 0.7f), s + 2));
                 line *= show;
                 fill *= 0.5f;
             }
@@ -534,8 +503,7 @@ Texture Stains(const Canvas& c, uint64_t seed, const StainParams& p) {
         });
     }
     for (int y = 0; y < c.h; ++y)
-        for (int x = 0; x < c.w; ++x)
-            out(x, y) = Clamp01(out(x, y) + 0.01f * Grain(x, y, sPaper));
+        for (int x = 0; x < c.w; ++x) out(x, y) = Clamp01(out(x, y) + 0.01f * Grain(x, y, sPaper));
     return ToGrey(out);
 }
 
@@ -569,8 +537,8 @@ Texture Specks(const Canvas& c, uint64_t seed, const SpeckParams& p) {
         if (rad > 1.2f) {
             // Bigger specks are lumpy: a few overlapping discs.
             for (int k = 0; k < 4; ++k)
-                DrawDisc(dark, c, x + r.Normal() * rad * 0.5f, y + r.Normal() * rad * 0.5f,
-                         rad * r.Range(0.4f, 0.8f), r.Range(0.6f, 1.0f), 0.5f);
+                DrawDisc(dark, c, x + r.Normal() * rad * 0.5f, y + r.Normal() * rad * 0.5f, rad * r.Range(0.4f, 0.8f),
+                         r.Range(0.6f, 1.0f), 0.5f);
         } else {
             DrawDisc(dark, c, x, y, rad, r.Range(0.4f, 1.0f), 0.5f);
         }
@@ -579,24 +547,21 @@ Texture Specks(const Canvas& c, uint64_t seed, const SpeckParams& p) {
         float dx, dy;
         RandomDir(r, dx, dy);
         DrawStroke(dark, c,
-                   ScratchPath(r, r.Range(0.0f, W), r.Range(0.0f, H), dx, dy,
-                               r.Range(30.0f, 160.0f), r.Range(0.35f, 0.7f), r.Range(0.6f, 1.0f),
-                               0.03f, 0.0f));
+                   ScratchPath(r, r.Range(0.0f, W), r.Range(0.0f, H), dx, dy, r.Range(30.0f, 160.0f),
+                               r.Range(0.35f, 0.7f), r.Range(0.6f, 1.0f), 0.03f, 0.0f));
     }
     Field out(c);
-    for (size_t i = 0; i < out.v.size(); ++i)
-        out.v[i] = Clamp01(base.v[i] * (1.0f - 0.85f * dark.v[i]));
+    for (size_t i = 0; i < out.v.size(); ++i) out.v[i] = Clamp01(base.v[i] * (1.0f - 0.85f * dark.v[i]));
     for (int y = 0; y < c.h; ++y)
-        for (int x = 0; x < c.w; ++x)
-            out(x, y) = Clamp01(out(x, y) + 0.02f * Grain(x, y, sB + 3));
+        for (int x = 0; x < c.w; ++x) out(x, y) = Clamp01(out(x, y) + 0.02f * Grain(x, y, sB + 3));
     return ToGrey(out);
 }
 
 // ---------------------------------------------------------------------------
 // Frost: fern-like ice crystals branching at sixty degrees from scattered seeds.
 namespace {
-void Branch(Field& m, const Canvas& c, Rng& r, float x, float y, float dx, float dy, float len,
-            float width, int depth) {
+void Branch(Field& m, const Canvas& c, Rng& r, float x, float y, float dx, float dy, float len, float width,
+            int depth) {
     std::vector<StrokePoint> pts;
     const float step = std::max(2.0f, len / 20.0f);
     float t = 0.0f;
@@ -619,8 +584,7 @@ void Branch(Field& m, const Canvas& c, Rng& r, float x, float y, float dx, float
         // Sixty degrees either side: cos 0.5, sin 0.866.
         const float side = r.Chance(0.5f) ? 0.8660254f : -0.8660254f;
         const float bx = dx * 0.5f - dy * side, by = dy * 0.5f + dx * side;
-        Branch(m, c, r, f.first, f.second, bx, by, len * r.Range(0.2f, 0.45f), width * 0.6f,
-               depth - 1);
+        Branch(m, c, r, f.first, f.second, bx, by, len * r.Range(0.2f, 0.45f), width * 0.6f, depth - 1);
     }
 }
 } // namespace
@@ -639,15 +603,13 @@ Texture Frost(const Canvas& c, uint64_t seed) {
         }
     }
     const uint32_t s = Sub(seed, 1);
-    Field haze = FillCoarse(c, 2, [&](float u, float v) {
-        return SmoothStep(-0.1f, 0.5f, Fbm(u / 140.0f, v / 140.0f, s, 5));
-    });
+    Field haze =
+        FillCoarse(c, 2, [&](float u, float v) { return SmoothStep(-0.1f, 0.5f, Fbm(u / 140.0f, v / 140.0f, s, 5)); });
     Field out(c);
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x), v = c.V(y);
-            const float crystals =
-                0.4f * Clamp01(Noise(u / 3.0f, v / 3.0f, s + 2) * 1.5f + 0.3f) * haze(x, y);
+            const float crystals = 0.4f * Clamp01(Noise(u / 3.0f, v / 3.0f, s + 2) * 1.5f + 0.3f) * haze(x, y);
             const float m = std::max(ice(x, y), crystals);
             out(x, y) = Clamp01(0.96f - 0.8f * m + 0.015f * Grain(x, y, s + 3));
         }
@@ -668,16 +630,14 @@ Texture Condensation(const Canvas& c, uint64_t seed) {
             const float u = c.U(x), v = c.V(y);
             float val = 0.9f + 0.04f * Fbm(u / 200.0f, v / 200.0f, s, 3);
             for (int l = 0; l < 3; ++l) {
-                const Cells cell = Worley(u / layers[l].cell, v / layers[l].cell,
-                                          s + 10u * uint32_t(l) + 1u, 0.8f);
+                const Cells cell = Worley(u / layers[l].cell, v / layers[l].cell, s + 10u * uint32_t(l) + 1u, 0.8f);
                 const float h = HashUnit(cell.id * 0x9E3779B1u);
                 const float rad = layers[l].size * (0.35f + 0.65f * h);
                 // Big drops are rarer where the glass is drier.
                 if (HashUnit(cell.id) < 0.15f) continue;
                 const float d = cell.f1 / rad;
                 if (d >= 1.0f) continue;
-                const float ex = (u / layers[l].cell - cell.px) / rad,
-                            ey = (v / layers[l].cell - cell.py) / rad;
+                const float ex = (u / layers[l].cell - cell.px) / rad, ey = (v / layers[l].cell - cell.py) / rad;
                 const float aa = 1.0f / (rad * layers[l].cell * c.k);
                 const float edge = SmoothStep(1.0f, 1.0f - aa * 1.5f, d);
                 // Darker lens, dark rim, bright spot up and to the left.
@@ -708,8 +668,7 @@ Texture Smoke(const Canvas& c, uint64_t seed) {
         for (int k = -2; k <= 2; ++k) {
             const float lv = float(k) * 0.045f;
             const float w = 0.008f + 0.006f * float(2 - (k < 0 ? -k : k));
-            lines = std::max(lines, (1.0f - SmoothStep(0.0f, w, Abs(n - lv))) *
-                                        (1.0f - 0.15f * Abs(float(k))));
+            lines = std::max(lines, (1.0f - SmoothStep(0.0f, w, Abs(n - lv))) * (1.0f - 0.15f * Abs(float(k))));
         }
         const float haze = 1.0f - SmoothStep(0.0f, 0.12f, Abs(n));
         const float body = SmoothStep(-0.3f, 0.4f, Fbm(u / 600.0f, v / 600.0f, e + 1, 3));
@@ -719,8 +678,7 @@ Texture Smoke(const Canvas& c, uint64_t seed) {
     Blur(out, 0.8f * c.k);
     const uint32_t g = Sub(seed, 5);
     for (int y = 0; y < c.h; ++y)
-        for (int x = 0; x < c.w; ++x)
-            out(x, y) = Clamp01(out(x, y) + 0.012f * Grain(x, y, g));
+        for (int x = 0; x < c.w; ++x) out(x, y) = Clamp01(out(x, y) + 0.012f * Grain(x, y, g));
     Normalize(out, 0.001f, 0.999f);
     return ToGrey(out);
 }
@@ -733,10 +691,8 @@ Texture Weave(const Canvas& c, uint64_t seed, const WeaveParams& p) {
     const uint32_t sWx = Sub(seed, 1), sWy = Sub(seed, 2), sSlub = Sub(seed, 3);
     const uint32_t sFibre = Sub(seed, 4), sFade = Sub(seed, 5), sTone = Sub(seed, 6);
     Field height(c), which(c), fibre(c);
-    Field wobX =
-        FillCoarse(c, 2, [&](float u, float v) { return Fbm(u / 150.0f, v / 150.0f, sWx, 3); });
-    Field wobY =
-        FillCoarse(c, 2, [&](float u, float v) { return Fbm(u / 150.0f, v / 150.0f, sWy, 3); });
+    Field wobX = FillCoarse(c, 2, [&](float u, float v) { return Fbm(u / 150.0f, v / 150.0f, sWx, 3); });
+    Field wobY = FillCoarse(c, 2, [&](float u, float v) { return Fbm(u / 150.0f, v / 150.0f, sWy, 3); });
     for (int y = 0; y < c.h; ++y) {
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x), v = c.V(y);
@@ -746,8 +702,7 @@ Texture Weave(const Canvas& c, uint64_t seed, const WeaveParams& p) {
             const int i = FloorInt(sx), j = FloorInt(sy);
             const float fx = sx - float(i), fy = sy - float(j);
             auto width = [&](float along, int index, uint32_t s) {
-                const float n =
-                    ValueNoise(along / (p.pitch * 7.0f), float(index) * 1.618f, s) - 0.5f;
+                const float n = ValueNoise(along / (p.pitch * 7.0f), float(index) * 1.618f, s) - 0.5f;
                 return Clamp01((1.0f - p.gap) * (1.0f + 2.0f * p.slub * n));
             };
             const float warpW = std::max(0.2f, width(wv, i, sSlub));
@@ -761,8 +716,7 @@ Texture Weave(const Canvas& c, uint64_t seed, const WeaveParams& p) {
             const float archY = Sqrt(1.0f - (2.0f * fy - 1.0f) * (2.0f * fy - 1.0f));
             float h, w, f;
             const float alongWeft = Noise(wu / (p.pitch * 1.2f), wv / (p.pitch * 0.09f), sFibre);
-            const float alongWarp =
-                Noise(wu / (p.pitch * 0.09f), wv / (p.pitch * 1.2f), sFibre + 1);
+            const float alongWarp = Noise(wu / (p.pitch * 0.09f), wv / (p.pitch * 1.2f), sFibre + 1);
             if (weftTop && weftH >= 0.0f) {
                 h = 0.45f + 0.55f * weftH * (0.55f + 0.45f * (p.twill ? 1.0f : archX));
                 w = 1.0f;
@@ -785,15 +739,13 @@ Texture Weave(const Canvas& c, uint64_t seed, const WeaveParams& p) {
                 f = 0.0f;
             }
             const bool weft = w > 0.5f;
-            const float streak = ValueNoise((weft ? wu : wv) / (p.pitch * 6.0f),
-                                            float(weft ? j : i) * 1.618f, sTone + 7);
-            const float tone =
-                (HashUnit(Hash1(uint32_t(weft ? j : i), sTone + uint32_t(weft))) - 0.5f) +
-                p.streaks * (streak - 0.5f) * 2.0f;
+            const float streak =
+                ValueNoise((weft ? wu : wv) / (p.pitch * 6.0f), float(weft ? j : i) * 1.618f, sTone + 7);
+            const float tone = (HashUnit(Hash1(uint32_t(weft ? j : i), sTone + uint32_t(weft))) - 0.5f) +
+                               p.streaks * (streak - 0.5f) * 2.0f;
             height(x, y) = h + 0.12f * f + p.fuzz * 0.3f * Noise(u / 1.3f, v / 1.3f, sFibre + 2);
             which(x, y) = w;
-            fibre(x, y) =
-                0.1f * f + 0.1f * tone + p.fuzz * 0.15f * Noise(u / 2.0f, v / 2.0f, sFibre + 3);
+            fibre(x, y) = 0.1f * f + 0.1f * tone + p.fuzz * 0.15f * Noise(u / 2.0f, v / 2.0f, sFibre + 3);
         }
     }
     const Field light = Shade(height, c, p.relief * 1.5f / p.pitch * 6.0f);
@@ -803,8 +755,7 @@ Texture Weave(const Canvas& c, uint64_t seed, const WeaveParams& p) {
             const size_t i = size_t(y) * c.w + x;
             Rgb col = Mix(p.warp, p.weft, which.v[i]);
             if (p.fade > 0.0f) {
-                const float f = SmoothStep(
-                    0.0f, 0.6f, Fbm(c.U(x) / 260.0f, c.V(y) / 260.0f, sFade, 5) + p.fade - 0.4f);
+                const float f = SmoothStep(0.0f, 0.6f, Fbm(c.U(x) / 260.0f, c.V(y) / 260.0f, sFade, 5) + p.fade - 0.4f);
                 col = Mix(col, Mix(col, p.weft, 0.55f), f * (1.0f - which.v[i]));
             }
             const float shade = (0.3f + 0.85f * light.v[i]) * (1.0f + fibre.v[i]);
@@ -817,8 +768,7 @@ Texture Weave(const Canvas& c, uint64_t seed, const WeaveParams& p) {
             out.Set(i, col);
         }
     if (p.colour) return ToColour(out);
-    for (float& g : out.r.v)
-        g /= 255.0f;
+    for (float& g : out.r.v) g /= 255.0f;
     return ToGrey(out.r);
 }
 
@@ -831,22 +781,17 @@ Texture Leather(const Canvas& c, uint64_t seed, const LeatherParams& p) {
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x), v = c.V(y);
-            const float wu =
-                u + p.grain * 0.8f * Noise(u / (p.grain * 2.5f), v / (p.grain * 2.5f), sWx);
-            const float wv =
-                v + p.grain * 0.8f * Noise(u / (p.grain * 2.5f), v / (p.grain * 2.5f), sWy);
+            const float wu = u + p.grain * 0.8f * Noise(u / (p.grain * 2.5f), v / (p.grain * 2.5f), sWx);
+            const float wv = v + p.grain * 0.8f * Noise(u / (p.grain * 2.5f), v / (p.grain * 2.5f), sWy);
             const Cells cell = Worley(wu / p.grain, wv / p.grain, sCell);
-            const float pebble =
-                SmoothStep(0.0f, 0.4f, cell.f2 - cell.f1) * (1.0f - 0.3f * cell.f1 * cell.f1);
+            const float pebble = SmoothStep(0.0f, 0.4f, cell.f2 - cell.f1) * (1.0f - 0.3f * cell.f1 * cell.f1);
             const float wr = Ridged(u / 160.0f, v / 70.0f, sCrease, 4);
             const float crease = SmoothStep(0.72f, 0.95f, wr);
             const float macro = Fbm(u / 320.0f, v / 320.0f, sTone, 4);
-            height(x, y) = 0.55f * pebble - p.creases * 0.6f * crease +
-                           0.05f * Noise(u / 1.5f, v / 1.5f, sTone + 1);
+            height(x, y) = 0.55f * pebble - p.creases * 0.6f * crease + 0.05f * Noise(u / 1.5f, v / 1.5f, sTone + 1);
             tone(x, y) = 0.5f + 0.25f * macro + 0.22f * (pebble - 0.5f) - 0.25f * crease;
             wear(x, y) = p.wear > 0.0f
-                             ? SmoothStep(0.1f, 0.45f,
-                                          Fbm(u / 180.0f, v / 180.0f, sWear, 5) + p.wear - 0.5f) *
+                             ? SmoothStep(0.1f, 0.45f, Fbm(u / 180.0f, v / 180.0f, sWear, 5) + p.wear - 0.5f) *
                                    (0.6f + 0.4f * pebble)
                              : 0.0f;
         }
@@ -864,18 +809,14 @@ Texture Leather(const Canvas& c, uint64_t seed, const LeatherParams& p) {
 
 // Crocodile: rows of rectangular horny scales with rounded edges and deep grooves.
 Texture CrocodileHide(const Canvas& c, uint64_t seed) {
-    const uint32_t sW = Sub(seed, 1), sRow = Sub(seed, 2), sTex = Sub(seed, 3),
-                   sTone = Sub(seed, 4);
+    const uint32_t sW = Sub(seed, 1), sRow = Sub(seed, 2), sTex = Sub(seed, 3), sTone = Sub(seed, 4);
     Field height(c), tone(c);
     const float rowH = 58.0f;
-    Field warpU =
-        Low(c, [&](float u, float v) { return u + 14.0f * Fbm(u / 220.0f, v / 220.0f, sW, 3); });
-    Field warpV = Low(
-        c, [&](float u, float v) { return v + 10.0f * Fbm(u / 220.0f, v / 220.0f, sW + 1, 3); });
+    Field warpU = Low(c, [&](float u, float v) { return u + 14.0f * Fbm(u / 220.0f, v / 220.0f, sW, 3); });
+    Field warpV = Low(c, [&](float u, float v) { return v + 10.0f * Fbm(u / 220.0f, v / 220.0f, sW + 1, 3); });
     Field band = Low(c, [&](float u, float v) {
         return 0.15f * Fbm(u / 300.0f, v / 300.0f, sTone, 3) -
-               0.2f * SmoothStep(0.4f, 0.9f,
-                                 Tri(v / 520.0f + 0.2f * Fbm(u / 400.0f, 0.5f, sTone + 1, 2)));
+               0.2f * SmoothStep(0.4f, 0.9f, Tri(v / 520.0f + 0.2f * Fbm(u / 400.0f, 0.5f, sTone + 1, 2)));
     });
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
@@ -887,19 +828,15 @@ Texture CrocodileHide(const Canvas& c, uint64_t seed) {
             const uint32_t id = cell.id;
             const float dome = SmoothStep(0.0f, 10.0f, e);
             // A horny keel in the middle of some scales.
-            const float keel =
-                HashUnit(id) < 0.45f ? 1.0f - SmoothStep(0.05f, 0.35f, cell.f1) : 0.0f;
+            const float keel = HashUnit(id) < 0.45f ? 1.0f - SmoothStep(0.05f, 0.35f, cell.f1) : 0.0f;
             const Cells pebble = Worley(u / 4.0f, v / 4.0f, sTex);
-            height(x, y) = 0.7f * dome + 0.25f * keel +
-                           0.06f * SmoothStep(0.0f, 0.5f, pebble.f2 - pebble.f1) +
+            height(x, y) = 0.7f * dome + 0.25f * keel + 0.06f * SmoothStep(0.0f, 0.5f, pebble.f2 - pebble.f1) +
                            0.04f * Noise(u / 9.0f, v / 9.0f, sTex + 1);
             tone(x, y) = 0.35f + 0.3f * HashUnit(id * 0x2545F491u) + 0.25f * dome + band(x, y);
         }
     const Field light = Shade(height, c, 3.0f);
-    const RampStop ramp[] = {{0.0f, {22, 20, 14}},
-                             {0.4f, {62, 58, 38}},
-                             {0.75f, {112, 100, 64}},
-                             {1.0f, {160, 145, 100}}};
+    const RampStop ramp[] = {
+        {0.0f, {22, 20, 14}}, {0.4f, {62, 58, 38}}, {0.75f, {112, 100, 64}}, {1.0f, {160, 145, 100}}};
     ColourField out(c);
     for (size_t i = 0; i < out.r.v.size(); ++i)
         out.Set(i, Scale(Ramp(ramp, 4, Clamp01(tone.v[i])), 0.35f + 0.95f * light.v[i]));
@@ -938,8 +875,7 @@ Texture SnakeScales(const Canvas& c, uint64_t seed) {
                     const Cells blot = Worley(cx / 150.0f, cy / 110.0f, sPat, 0.9f);
                     const float bd = blot.f1 + 0.15f * HashUnit(id);
                     bestP = bd < 0.32f ? 0.0f : (bd < 0.42f ? 1.0f : 0.55f);
-                    bestT = 0.85f + 0.2f * HashUnit(id * 0x9E3779B1u) -
-                            0.3f * SmoothStep(0.8f, 1.0f, d);
+                    bestT = 0.85f + 0.2f * HashUnit(id * 0x9E3779B1u) - 0.3f * SmoothStep(0.8f, 1.0f, d);
                     break;
                 }
             }
@@ -948,8 +884,7 @@ Texture SnakeScales(const Canvas& c, uint64_t seed) {
             pat(x, y) = bestP;
         }
     const Field light = Shade(height, c, 3.0f);
-    const RampStop ramp[] = {
-        {0.0f, {52, 36, 22}}, {0.55f, {140, 112, 66}}, {1.0f, {214, 196, 140}}};
+    const RampStop ramp[] = {{0.0f, {52, 36, 22}}, {0.55f, {140, 112, 66}}, {1.0f, {214, 196, 140}}};
     ColourField out(c);
     for (size_t i = 0; i < out.r.v.size(); ++i) {
         const Rgb col = Scale(Ramp(ramp, 3, pat.v[i]), tone.v[i]);
@@ -963,8 +898,7 @@ Texture SnakeScales(const Canvas& c, uint64_t seed) {
 // here and there, fresh orange blooms, and islands of the old paint.
 Texture Rust(const Canvas& c, uint64_t seed, float remnant) {
     const uint32_t sLow = Sub(seed, 1), sMid = Sub(seed, 2), sFlake = Sub(seed, 3);
-    const uint32_t sPit = Sub(seed, 4), sPaint = Sub(seed, 5), sW = Sub(seed, 6),
-                   sSpeck = Sub(seed, 7);
+    const uint32_t sPit = Sub(seed, 4), sPaint = Sub(seed, 5), sW = Sub(seed, 6), sSpeck = Sub(seed, 7);
     const uint32_t sHue = Sub(seed, 8), sGate = Sub(seed, 9);
     Field low = Low(c, [&](float u, float v) {
         const float wu = u + 80.0f * Fbm(u / 400.0f, v / 400.0f, sW, 3);
@@ -972,15 +906,11 @@ Texture Rust(const Canvas& c, uint64_t seed, float remnant) {
         return Fbm(wu / 300.0f, wv / 300.0f, sLow, 5);
     });
     Field blotch = Low(c, [&](float u, float v) { return Fbm(u / 80.0f, v / 80.0f, sMid, 4); });
-    Field hue = Low(c, [&](float u, float v) {
-        return SmoothStep(0.0f, 0.45f, Fbm(u / 140.0f, v / 140.0f, sHue, 4));
-    });
-    Field gate = Low(c, [&](float u, float v) {
-        return SmoothStep(0.05f, 0.35f, Fbm(u / 260.0f, v / 260.0f, sGate, 4));
-    });
+    Field hue = Low(c, [&](float u, float v) { return SmoothStep(0.0f, 0.45f, Fbm(u / 140.0f, v / 140.0f, sHue, 4)); });
+    Field gate =
+        Low(c, [&](float u, float v) { return SmoothStep(0.05f, 0.35f, Fbm(u / 260.0f, v / 260.0f, sGate, 4)); });
     Field paint = Low(c, [&](float u, float v) {
-        return Fbm(u / 220.0f, v / 220.0f, sPaint, 6) +
-               0.25f * Fbm(u / 45.0f, v / 45.0f, sPaint + 1, 3);
+        return Fbm(u / 220.0f, v / 220.0f, sPaint, 6) + 0.25f * Fbm(u / 45.0f, v / 45.0f, sPaint + 1, 3);
     });
     const float paintTh = Percentile(paint, 1.0f - remnant);
     Field height(c), t(c);
@@ -1009,13 +939,12 @@ Texture Rust(const Canvas& c, uint64_t seed, float remnant) {
                      (0.4f + 0.6f * HashUnit(pit.id * 0x2545F491u));
             }
             height(x, y) = 0.3f * crust + 0.35f * plate - 0.45f * pd - 0.3f * crack + 0.05f * grit;
-            t(x, y) = 0.5f + 0.35f * low(x, y) + 0.18f * blotch(x, y) + 0.16f * crust +
-                      0.1f * plate - 0.3f * pd - 0.3f * crack + 0.05f * grit;
+            t(x, y) = 0.5f + 0.35f * low(x, y) + 0.18f * blotch(x, y) + 0.16f * crust + 0.1f * plate - 0.3f * pd -
+                      0.3f * crack + 0.05f * grit;
         }
     const Field light = Shade(height, c, 3.0f);
-    const RampStop ramp[] = {{0.0f, {30, 14, 9}},    {0.2f, {66, 28, 14}},
-                             {0.42f, {112, 48, 22}}, {0.62f, {156, 74, 32}},
-                             {0.8f, {186, 112, 54}}, {1.0f, {214, 156, 96}}};
+    const RampStop ramp[] = {{0.0f, {30, 14, 9}},    {0.2f, {66, 28, 14}},   {0.42f, {112, 48, 22}},
+                             {0.62f, {156, 74, 32}}, {0.8f, {186, 112, 54}}, {1.0f, {214, 156, 96}}};
     ColourField out(c);
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
@@ -1023,15 +952,14 @@ Texture Rust(const Canvas& c, uint64_t seed, float remnant) {
             const float tv = Clamp01(t.v[i]);
             Rgb col = Ramp(ramp, 6, tv);
             // Fresh rust blooms bright orange in the middle tones.
-            const float bloom =
-                hue.v[i] * SmoothStep(0.3f, 0.55f, tv) * (1.0f - SmoothStep(0.75f, 0.95f, tv));
+            const float bloom = hue.v[i] * SmoothStep(0.3f, 0.55f, tv) * (1.0f - SmoothStep(0.75f, 0.95f, tv));
             col = Mix(col, Rgb{200, 96, 34}, bloom * 0.55f);
             const float pv = paint.v[i] + 0.03f * Noise(c.U(x) / 4.0f, c.V(y) / 4.0f, sPaint + 2);
             const float on = SmoothStep(paintTh - 0.008f, paintTh + 0.008f, pv);
             if (on > 0.0f) {
                 // Old grey-green paint, chalky and stained where rust creeps under it.
-                const float chalk = 0.1f * Noise(c.U(x) / 5.0f, c.V(y) / 5.0f, sPaint + 3) +
-                                    0.04f * Grain(x, y, sPaint + 4);
+                const float chalk =
+                    0.1f * Noise(c.U(x) / 5.0f, c.V(y) / 5.0f, sPaint + 3) + 0.04f * Grain(x, y, sPaint + 4);
                 const float creep = 1.0f - SmoothStep(paintTh, paintTh + 0.1f, pv);
                 Rgb pc = Scale(Rgb{74, 80, 72}, 1.0f + chalk + 0.15f * blotch.v[i]);
                 pc = Mix(pc, Rgb{110, 60, 34}, creep * 0.7f);
@@ -1073,30 +1001,23 @@ Texture SteelPlates(const Canvas& c, uint64_t seed) {
         const float d = Sqrt(f * f + across * across);
         return d < rivetR ? Sqrt(1.0f - (d / rivetR) * (d / rivetR)) : 0.0f;
     };
-    Field bulge =
-        Low(c, [&](float u, float v) { return 0.06f * Fbm(u / 260.0f, v / 200.0f, sBulge, 3); });
-    Field pitGateF = Low(c, [&](float u, float v) {
-        return SmoothStep(0.15f, 0.45f, Fbm(u / 250.0f, v / 250.0f, sPit + 1, 4));
-    });
-    Field grimeGateF = Low(c, [&](float u, float v) {
-        return SmoothStep(-0.1f, 0.4f, Fbm(u / 300.0f, v / 200.0f, sGrime + 1, 3));
-    });
-    Field mottle = Low(
-        c, [&](float u, float v) { return 0.05f * Fbm(u / 350.0f, v / 350.0f, sPaint + 7, 4); });
+    Field bulge = Low(c, [&](float u, float v) { return 0.06f * Fbm(u / 260.0f, v / 200.0f, sBulge, 3); });
+    Field pitGateF =
+        Low(c, [&](float u, float v) { return SmoothStep(0.15f, 0.45f, Fbm(u / 250.0f, v / 250.0f, sPit + 1, 4)); });
+    Field grimeGateF =
+        Low(c, [&](float u, float v) { return SmoothStep(-0.1f, 0.4f, Fbm(u / 300.0f, v / 200.0f, sGrime + 1, 3)); });
+    Field mottle = Low(c, [&](float u, float v) { return 0.05f * Fbm(u / 350.0f, v / 350.0f, sPaint + 7, 4); });
     Field height(c), paint(c);
     size_t ri = 0;
     for (int y = 0; y < c.h; ++y) {
         const float v = c.V(y);
-        while (ri + 1 < rows.size() && v >= rows[ri].bottom)
-            ++ri;
+        while (ri + 1 < rows.size() && v >= rows[ri].bottom) ++ri;
         const Row& row = rows[ri];
         size_t si = 0;
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x);
-            while (si + 1 < row.seams.size() && u >= row.seams[si + 1])
-                ++si;
-            const float left = row.seams[si],
-                        right = si + 1 < row.seams.size() ? row.seams[si + 1] : 1e9f;
+            while (si + 1 < row.seams.size() && u >= row.seams[si + 1]) ++si;
+            const float left = row.seams[si], right = si + 1 < row.seams.size() ? row.seams[si + 1] : 1e9f;
             const float dTop = v - row.top, dBottom = row.bottom - v;
             const float dLeft = u - left, dRight = right - u;
             const float dh = std::min(dTop, dBottom), dv = std::min(dLeft, dRight);
@@ -1109,10 +1030,8 @@ Texture SteelPlates(const Canvas& c, uint64_t seed) {
             if (row.welded) {
                 // A weld bead with its ripples along the butt joint.
                 const float bead = dv < 4.5f ? Sqrt(1.0f - (dv / 4.5f) * (dv / 4.5f)) : 0.0f;
-                const float ripple =
-                    0.8f + 0.2f * Tri(v / 3.2f + 0.3f * Noise(u, v / 10.0f, sFine));
-                h += 0.35f * bead * ripple -
-                     0.15f * (1.0f - SmoothStep(4.5f, 7.0f, dv)) * (1.0f - bead);
+                const float ripple = 0.8f + 0.2f * Tri(v / 3.2f + 0.3f * Noise(u, v / 10.0f, sFine));
+                h += 0.35f * bead * ripple - 0.15f * (1.0f - SmoothStep(4.5f, 7.0f, dv)) * (1.0f - bead);
             } else {
                 h -= 0.45f * (1.0f - SmoothStep(0.4f, 1.8f, dv));
                 bump = std::max(bump, std::max(rivet(v, dLeft - inset), rivet(v, dRight - inset)));
@@ -1120,8 +1039,7 @@ Texture SteelPlates(const Canvas& c, uint64_t seed) {
             h += 0.4f * bump;
             if (pitGateF(x, y) > 0.0f) {
                 const Cells pit = Worley(u / 5.0f, v / 5.0f, sPit);
-                if (HashUnit(pit.id) < 0.4f)
-                    h -= 0.25f * (1.0f - SmoothStep(0.05f, 0.28f, pit.f1)) * pitGateF(x, y);
+                if (HashUnit(pit.id) < 0.4f) h -= 0.25f * (1.0f - SmoothStep(0.05f, 0.28f, pit.f1)) * pitGateF(x, y);
             }
             h += 0.03f * Noise(u / 2.0f, v / 2.0f, sFine + 1);
             height(x, y) = h;
@@ -1130,19 +1048,16 @@ Texture SteelPlates(const Canvas& c, uint64_t seed) {
             const float grimeGate = grimeGateF(x, y);
             // Grime runs down from the seam above.
             const float run = 1.0f - SmoothStep(0.0f, 120.0f + 80.0f * streak, dTop);
-            paint(x, y) = 0.56f + tone + mottle(x, y) -
-                          0.14f * SmoothStep(0.0f, 0.5f, streak) * grimeGate -
+            paint(x, y) = 0.56f + tone + mottle(x, y) - 0.14f * SmoothStep(0.0f, 0.5f, streak) * grimeGate -
                           0.1f * run * (0.5f + streak) + 0.02f * Grain(x, y, sFine + 2);
         }
     }
     const Field light = Shade(height, c, 5.0f);
     Field out(c);
-    for (size_t i = 0; i < out.v.size(); ++i)
-        out.v[i] = paint.v[i] * (0.35f + 0.9f * light.v[i]);
+    for (size_t i = 0; i < out.v.size(); ++i) out.v[i] = paint.v[i] * (0.35f + 0.9f * light.v[i]);
     Normalize(out, 0.001f, 0.999f);
     // Keep it a mid grey, not a stretched one: the hull colour is what reads as steel.
-    for (float& x : out.v)
-        x = 0.1f + 0.82f * x;
+    for (float& x : out.v) x = 0.1f + 0.82f * x;
     return ToGrey(out);
 }
 
@@ -1152,9 +1067,7 @@ Texture SteelPlates(const Canvas& c, uint64_t seed) {
 Texture FibreMat(const Canvas& c, uint64_t seed) {
     Rng r(seed);
     const uint32_t sRes = Sub(seed, 1);
-    Field out = FillCoarse(c, 2, [&](float u, float v) {
-        return 0.3f + 0.08f * Fbm(u / 200.0f, v / 200.0f, sRes, 5);
-    });
+    Field out = FillCoarse(c, 2, [&](float u, float v) { return 0.3f + 0.08f * Fbm(u / 200.0f, v / 200.0f, sRes, 5); });
     const float W = c.Width(), H = c.Height();
     for (int layer = 0; layer < 4; ++layer) {
         Field m(c);
@@ -1167,8 +1080,7 @@ Texture FibreMat(const Canvas& c, uint64_t seed) {
             const float spread = r.Range(1.5f, 4.5f);
             const float bend = r.Normal() * 0.04f;
             for (int s = 0; s < strands; ++s) {
-                const float off =
-                    (float(s) / float(strands - 1) - 0.5f) * spread * 2.0f + r.Normal() * 0.4f;
+                const float off = (float(s) / float(strands - 1) - 0.5f) * spread * 2.0f + r.Normal() * 0.4f;
                 const float sx = cx - dy * off, sy = cy + dx * off;
                 const float l = len * r.Range(0.85f, 1.0f);
                 const float a = r.Range(0.35f, 0.9f);
@@ -1184,15 +1096,12 @@ Texture FibreMat(const Canvas& c, uint64_t seed) {
         }
         // Lower layers lie deeper in the resin and show dimmer.
         const float bright = 0.55f + 0.12f * float(layer);
-        for (size_t i = 0; i < out.v.size(); ++i)
-            out.v[i] = Lerp(out.v[i], bright, m.v[i] * 0.8f);
+        for (size_t i = 0; i < out.v.size(); ++i) out.v[i] = Lerp(out.v[i], bright, m.v[i] * 0.8f);
     }
     for (int y = 0; y < c.h; ++y)
-        for (int x = 0; x < c.w; ++x)
-            out(x, y) += 0.02f * Grain(x, y, sRes + 2);
+        for (int x = 0; x < c.w; ++x) out(x, y) += 0.02f * Grain(x, y, sRes + 2);
     Normalize(out, 0.002f, 0.998f);
-    for (float& x : out.v)
-        x = 0.08f + 0.9f * x;
+    for (float& x : out.v) x = 0.08f + 0.9f * x;
     return ToGrey(out);
 }
 
@@ -1202,11 +1111,10 @@ Texture BrushedMetal(const Canvas& c, uint64_t seed) {
     const uint32_t a = Sub(seed, 1), b = Sub(seed, 2), d = Sub(seed, 3), e = Sub(seed, 4);
     Field out(c);
     Fill(out, c, [&](float u, float v) {
-        const float streak =
-            0.5f * Noise(u / 420.0f, v / 0.9f, a) + 0.35f * Noise(u / 160.0f, v / 0.45f, b) +
-            0.3f * Noise(u / 900.0f, v / 3.5f, d) + 0.15f * Noise(u / 60.0f, v / 0.3f, e);
-        const float sheen = 0.05f * Noise(u / 1400.0f, v / 500.0f, e + 1) +
-                            0.02f * Fbm(u / 300.0f, v / 300.0f, e + 2, 3);
+        const float streak = 0.5f * Noise(u / 420.0f, v / 0.9f, a) + 0.35f * Noise(u / 160.0f, v / 0.45f, b) +
+                             0.3f * Noise(u / 900.0f, v / 3.5f, d) + 0.15f * Noise(u / 60.0f, v / 0.3f, e);
+        const float sheen =
+            0.05f * Noise(u / 1400.0f, v / 500.0f, e + 1) + 0.02f * Fbm(u / 300.0f, v / 300.0f, e + 2, 3);
         return 0.62f + sheen + 0.11f * streak;
     });
     Rng r(seed + 1);
@@ -1215,15 +1123,12 @@ Texture BrushedMetal(const Canvas& c, uint64_t seed) {
         float dx, dy;
         BiasedDir(r, 1.0f, 0.0f, 0.3f, dx, dy);
         DrawStroke(marks, c,
-                   ScratchPath(r, r.Range(0.0f, c.Width()), r.Range(0.0f, c.Height()), dx, dy,
-                               r.Range(20.0f, 260.0f), r.Range(0.25f, 0.6f), r.Range(0.2f, 0.6f),
-                               0.002f, 0.2f));
+                   ScratchPath(r, r.Range(0.0f, c.Width()), r.Range(0.0f, c.Height()), dx, dy, r.Range(20.0f, 260.0f),
+                               r.Range(0.25f, 0.6f), r.Range(0.2f, 0.6f), 0.002f, 0.2f));
     }
-    for (size_t i = 0; i < out.v.size(); ++i)
-        out.v[i] *= 1.0f - 0.45f * marks.v[i];
+    for (size_t i = 0; i < out.v.size(); ++i) out.v[i] *= 1.0f - 0.45f * marks.v[i];
     Normalize(out, 0.001f, 0.999f);
-    for (float& x : out.v)
-        x = 0.2f + 0.75f * x;
+    for (float& x : out.v) x = 0.2f + 0.75f * x;
     return ToGrey(out);
 }
 
@@ -1246,10 +1151,8 @@ Texture TreadPlate(const Canvas& c, uint64_t seed) {
             const float d = Sqrt(ea * ea + across * across) / halfW;
             const float lug = d < 1.0f ? Sqrt(1.0f - d * d) : 0.0f;
             const float edge = SmoothStep(1.0f, 0.8f, d);
-            height(x, y) =
-                0.6f * Lerp(lug, 1.0f, 0.35f) * edge + 0.03f * Noise(u / 3.0f, v / 3.0f, sF);
-            grime(x, y) =
-                SmoothStep(-0.1f, 0.5f, Fbm(u / 160.0f, v / 160.0f, sG, 5)) * (1.0f - edge);
+            height(x, y) = 0.6f * Lerp(lug, 1.0f, 0.35f) * edge + 0.03f * Noise(u / 3.0f, v / 3.0f, sF);
+            grime(x, y) = SmoothStep(-0.1f, 0.5f, Fbm(u / 160.0f, v / 160.0f, sG, 5)) * (1.0f - edge);
         }
     const Field light = Shade(height, c, 3.5f);
     Field out(c);
@@ -1258,8 +1161,8 @@ Texture TreadPlate(const Canvas& c, uint64_t seed) {
             const size_t i = size_t(y) * c.w + x;
             const float u = c.U(x), v = c.V(y);
             const float streak = 0.05f * Noise(u / 300.0f, v / 1.2f, sW);
-            const float worn = SmoothStep(0.3f, 0.6f, height.v[i]) *
-                               SmoothStep(-0.2f, 0.3f, Fbm(u / 200.0f, v / 200.0f, sW + 1, 4));
+            const float worn =
+                SmoothStep(0.3f, 0.6f, height.v[i]) * SmoothStep(-0.2f, 0.3f, Fbm(u / 200.0f, v / 200.0f, sW + 1, 4));
             float val = 0.5f + streak + 0.05f * Fbm(u / 400.0f, v / 400.0f, sW + 2, 4);
             val = val * (0.45f + 0.8f * light.v[i]) + 0.25f * worn;
             val -= 0.3f * grime.v[i] * (0.6f + 0.4f * Noise(u / 4.0f, v / 4.0f, sG + 1));
@@ -1287,8 +1190,8 @@ Texture Galvanized(const Canvas& c, uint64_t seed) {
             const Cells cell = Worley(wu / 75.0f, wv / 75.0f, sCell);
             const float* dir = dirs[cell.id & 7u];
             const float s = u * dir[0] + v * dir[1], t = -u * dir[1] + v * dir[0];
-            const float feather = Noise(s / 30.0f, t / 1.6f, sD + (cell.id & 255u)) * 0.6f +
-                                  Noise(s / 9.0f, t / 0.8f, sD + 7u) * 0.4f;
+            const float feather =
+                Noise(s / 30.0f, t / 1.6f, sD + (cell.id & 255u)) * 0.6f + Noise(s / 9.0f, t / 0.8f, sD + 7u) * 0.4f;
             const float sheen = 0.3f + 0.5f * HashUnit(cell.id * 0x9E3779B1u);
             const float border = 1.0f - SmoothStep(0.0f, 0.04f, cell.f2 - cell.f1);
             float val = sheen + 0.12f * feather - 0.15f * border;
@@ -1297,8 +1200,7 @@ Texture Galvanized(const Canvas& c, uint64_t seed) {
             out(x, y) = Clamp01(val + 0.02f * Grain(x, y, sOx + 2));
         }
     Normalize(out, 0.002f, 0.998f);
-    for (float& x : out.v)
-        x = 0.1f + 0.85f * x;
+    for (float& x : out.v) x = 0.1f + 0.85f * x;
     return ToGrey(out);
 }
 
@@ -1310,8 +1212,7 @@ Texture HammeredCopper(const Canvas& c, uint64_t seed) {
     Fill(height, c, [&](float u, float v) {
         const Cells big = Worley(u / 34.0f, v / 34.0f, a, 0.9f);
         const Cells small = Worley(u / 13.0f, v / 13.0f, b, 0.9f);
-        return 0.6f * big.f1 * big.f1 + 0.25f * small.f1 * small.f1 +
-               0.02f * Noise(u / 3.0f, v / 3.0f, g);
+        return 0.6f * big.f1 * big.f1 + 0.25f * small.f1 * small.f1 + 0.02f * Noise(u / 3.0f, v / 3.0f, g);
     });
     const Field light = Shade(height, c, 10.0f, -0.5f, -0.6f, 0.5f);
     const RampStop ramp[] = {{0.0f, {50, 20, 10}},
@@ -1326,9 +1227,8 @@ Texture HammeredCopper(const Canvas& c, uint64_t seed) {
             const float u = c.U(x), v = c.V(y);
             const float tarnish = 0.12f * Fbm(u / 250.0f, v / 250.0f, g + 1, 4);
             Rgb col = Ramp(ramp, 5, Clamp01(light.v[i] * 1.05f - 0.1f + tarnish));
-            const float patina =
-                SmoothStep(0.3f, 0.55f, Fbm(u / 160.0f, v / 160.0f, g + 2, 5)) *
-                SmoothStep(0.1f, 0.4f, height.v[i] + 0.2f * Noise(u / 5.0f, v / 5.0f, g + 3));
+            const float patina = SmoothStep(0.3f, 0.55f, Fbm(u / 160.0f, v / 160.0f, g + 2, 5)) *
+                                 SmoothStep(0.1f, 0.4f, height.v[i] + 0.2f * Noise(u / 5.0f, v / 5.0f, g + 3));
             col = Mix(col, Rgb{86, 150, 124}, patina * 0.8f);
             out.Set(i, col);
         }
@@ -1343,8 +1243,7 @@ Texture RustStreaks(const Canvas& c, uint64_t seed) {
     Field source(c);
     const float W = c.Width(), H = c.Height();
     for (int i = 0; i < 60; ++i) {
-        const float x = r.Range(0.0f, W),
-                    y = r.Chance(0.5f) ? r.Range(0.0f, H * 0.35f) : r.Range(0.0f, H);
+        const float x = r.Range(0.0f, W), y = r.Chance(0.5f) ? r.Range(0.0f, H * 0.35f) : r.Range(0.0f, H);
         const float rad = r.Range(2.0f, 16.0f);
         ForArea(c, x, y, rad * 2.0f, [&](int px, int py, float u, float v) {
             const float d = BlobDistance(u, v, x, y, rad, 0.5f, sSrc + uint32_t(i));
@@ -1378,8 +1277,7 @@ Texture RustStreaks(const Canvas& c, uint64_t seed) {
             const float s = Clamp01(run.v[i] * streakMod * 1.2f);
             const float dirt = 0.06f * Fbm(u / 300.0f, v / 300.0f, sPaint, 4);
             Rgb col = Scale(Rgb{214, 218, 212}, 0.95f + dirt + 0.02f * Grain(x, y, sPaint + 1));
-            const RampStop rust[] = {
-                {0.0f, {196, 140, 96}}, {0.45f, {150, 72, 30}}, {1.0f, {74, 30, 12}}};
+            const RampStop rust[] = {{0.0f, {196, 140, 96}}, {0.45f, {150, 72, 30}}, {1.0f, {74, 30, 12}}};
             col = Mix(col, Ramp(rust, 3, s), SmoothStep(0.0f, 0.35f, s));
             col = Mix(col, Rgb{70, 30, 14}, source.v[i] * 0.8f);
             out.Set(i, col);
@@ -1401,9 +1299,8 @@ Texture Concrete(const Canvas& c, uint64_t seed) {
                             SmoothStep(-0.2f, 0.3f, Fbm(u / 400.0f, v / 300.0f, sS + 1, 3));
         return 0.6f + 0.07f * Fbm(u / 420.0f, v / 420.0f, sB, 5) - 0.12f * stain;
     });
-    Field crackF = Low(c, [&](float u, float v) {
-        return SmoothStep(0.965f, 0.99f, Ridged(u / 380.0f, v / 380.0f, sC, 5));
-    });
+    Field crackF =
+        Low(c, [&](float u, float v) { return SmoothStep(0.965f, 0.99f, Ridged(u / 380.0f, v / 380.0f, sC, 5)); });
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x), v = c.V(y);
@@ -1411,11 +1308,9 @@ Texture Concrete(const Canvas& c, uint64_t seed) {
             float h = 0.5f;
             const Cells agg = Worley(u / 9.0f, v / 9.0f, sA);
             if (HashUnit(agg.id) < 0.35f)
-                val += (HashUnit(agg.id * 0x9E3779B1u) - 0.5f) * 0.12f *
-                       (1.0f - SmoothStep(0.25f, 0.4f, agg.f1));
+                val += (HashUnit(agg.id * 0x9E3779B1u) - 0.5f) * 0.12f * (1.0f - SmoothStep(0.25f, 0.4f, agg.f1));
             const Cells pore = Worley(u / 28.0f, v / 28.0f, sP);
-            const float pr =
-                HashUnit(pore.id) < 0.3f ? 0.05f + 0.13f * HashUnit(pore.id * 0x2545F491u) : 0.0f;
+            const float pr = HashUnit(pore.id) < 0.3f ? 0.05f + 0.13f * HashUnit(pore.id * 0x2545F491u) : 0.0f;
             const float hole = 1.0f - SmoothStep(pr - 0.02f, pr + 0.01f, pore.f1);
             h -= 0.5f * hole;
             // Formwork: panel joints and tie holes.
@@ -1425,8 +1320,7 @@ Texture Concrete(const Canvas& c, uint64_t seed) {
             const float joint = 1.0f - SmoothStep(0.8f, 2.5f, std::min(ju, jv));
             h -= 0.15f * joint;
             val -= 0.05f * joint;
-            const float tu = (pu - float(FloorInt(pu))) * 2.0f,
-                        tv = (pv - float(FloorInt(pv))) * 2.0f;
+            const float tu = (pu - float(FloorInt(pu))) * 2.0f, tv = (pv - float(FloorInt(pv))) * 2.0f;
             const float tx = (tu - float(FloorInt(tu)) - 0.5f) * panelW * 0.5f;
             const float ty = (tv - float(FloorInt(tv)) - 0.5f) * panelH * 0.5f;
             const float td = Sqrt(tx * tx + ty * ty);
@@ -1439,11 +1333,9 @@ Texture Concrete(const Canvas& c, uint64_t seed) {
             height(x, y) = h;
         }
     const Field light = Shade(height, c, 3.0f);
-    for (size_t i = 0; i < out.v.size(); ++i)
-        out.v[i] *= 0.45f + 0.85f * light.v[i];
+    for (size_t i = 0; i < out.v.size(); ++i) out.v[i] *= 0.45f + 0.85f * light.v[i];
     Normalize(out, 0.001f, 0.999f);
-    for (float& x : out.v)
-        x = 0.08f + 0.88f * x;
+    for (float& x : out.v) x = 0.08f + 0.88f * x;
     return ToGrey(out);
 }
 
@@ -1462,8 +1354,7 @@ Texture Aggregate(const Canvas& c, uint64_t seed, const AggregateParams& p) {
             const float da = (a.f1 + rough) / ra;
             if (da < 1.0f) {
                 h = Sqrt(1.0f - da * da);
-                t = Lerp(t, p.lo + (p.hi - p.lo) * HashUnit(a.id * 0x9E3779B1u),
-                         SmoothStep(1.0f, 0.85f, da));
+                t = Lerp(t, p.lo + (p.hi - p.lo) * HashUnit(a.id * 0x9E3779B1u), SmoothStep(1.0f, 0.85f, da));
             }
             const Cells b = Worley(u / (p.grain * 2.6f), v / (p.grain * 2.6f), sB);
             if (HashUnit(b.id) < 0.3f) {
@@ -1471,8 +1362,7 @@ Texture Aggregate(const Canvas& c, uint64_t seed, const AggregateParams& p) {
                 const float db = (b.f1 + rough * 0.4f) / rb;
                 if (db < 1.0f) {
                     h = std::max(h, 1.3f * Sqrt(1.0f - db * db));
-                    t = Lerp(t, p.lo + (p.hi - p.lo) * HashUnit(b.id * 0x9E3779B1u),
-                             SmoothStep(1.0f, 0.9f, db));
+                    t = Lerp(t, p.lo + (p.hi - p.lo) * HashUnit(b.id * 0x9E3779B1u), SmoothStep(1.0f, 0.9f, db));
                 }
             }
             t += 0.05f * Noise(u / 1.0f, v / 1.0f, sN + 2) + 0.03f * Grain(x, y, sN + 3);
@@ -1481,13 +1371,11 @@ Texture Aggregate(const Canvas& c, uint64_t seed, const AggregateParams& p) {
         }
     const Field light = Shade(height, c, p.relief * 4.0f / p.grain);
     Field out(c);
-    for (size_t i = 0; i < out.v.size(); ++i)
-        out.v[i] = tone.v[i] * (0.45f + 0.8f * light.v[i]);
+    for (size_t i = 0; i < out.v.size(); ++i) out.v[i] = tone.v[i] * (0.45f + 0.8f * light.v[i]);
     Normalize(out, 0.002f, 0.998f);
     if (!p.colour) return ToGrey(out);
     ColourField col(c);
-    for (size_t i = 0; i < out.v.size(); ++i)
-        col.Set(i, Mix(p.dark, p.light, out.v[i]));
+    for (size_t i = 0; i < out.v.size(); ++i) col.Set(i, Mix(p.dark, p.light, out.v[i]));
     return ToColour(col);
 }
 
@@ -1499,8 +1387,8 @@ Texture Plaster(const Canvas& c, uint64_t seed, const PlasterParams& p) {
         const float spat = Fbm(u / p.scale, v / p.scale, a, 5, 0.55f);
         const float top = SmoothStep(-0.02f, 0.06f, spat) * (1.0f - p.knock * 0.6f) +
                           p.knock * 0.6f * SmoothStep(-0.02f, 0.25f, spat);
-        const float sand = 0.12f * Noise(u / 1.5f, v / 1.5f, b) +
-                           0.2f * Fbm(u / (p.scale * 0.15f), v / (p.scale * 0.15f), d, 3);
+        const float sand =
+            0.12f * Noise(u / 1.5f, v / 1.5f, b) + 0.2f * Fbm(u / (p.scale * 0.15f), v / (p.scale * 0.15f), d, 3);
         return 0.6f * top + 0.4f * sand * (0.5f + 0.5f * top);
     });
     const Field light = Shade(height, c, p.relief);
@@ -1509,16 +1397,13 @@ Texture Plaster(const Canvas& c, uint64_t seed, const PlasterParams& p) {
         for (int x = 0; x < c.w; ++x) {
             const size_t i = size_t(y) * c.w + x;
             const float u = c.U(x), v = c.V(y);
-            float val =
-                p.base * (0.5f + 0.65f * light.v[i]) + 0.04f * Fbm(u / 300.0f, v / 300.0f, e, 4);
+            float val = p.base * (0.5f + 0.65f * light.v[i]) + 0.04f * Fbm(u / 300.0f, v / 300.0f, e, 4);
             if (p.cracks > 0.0f)
-                val -= 0.4f * p.cracks *
-                       SmoothStep(0.955f, 0.985f, Ridged(u / 320.0f, v / 320.0f, e + 1, 5));
+                val -= 0.4f * p.cracks * SmoothStep(0.955f, 0.985f, Ridged(u / 320.0f, v / 320.0f, e + 1, 5));
             out.v[i] = val + 0.015f * Grain(x, y, e + 2);
         }
     Normalize(out, 0.001f, 0.999f);
-    for (float& x : out.v)
-        x = 0.06f + 0.9f * x;
+    for (float& x : out.v) x = 0.06f + 0.9f * x;
     return ToGrey(out);
 }
 
@@ -1532,16 +1417,11 @@ Texture BrickWall(const Canvas& c, uint64_t seed) {
                                   {160, 72, 46}, {82, 44, 36},  {182, 104, 70}, {140, 70, 52}};
     Field height(c);
     ColourField base(c);
-    Field warpU =
-        Low(c, [&](float u, float v) { return u + 2.0f * Fbm(u / 60.0f, v / 60.0f, sW, 3); });
-    Field warpV =
-        Low(c, [&](float u, float v) { return v + 2.0f * Fbm(u / 60.0f, v / 60.0f, sW + 1, 3); });
-    Field soot = Low(c, [&](float u, float v) {
-        return SmoothStep(-0.1f, 0.5f, Fbm(u / 260.0f, v / 180.0f, sG, 5));
-    });
+    Field warpU = Low(c, [&](float u, float v) { return u + 2.0f * Fbm(u / 60.0f, v / 60.0f, sW, 3); });
+    Field warpV = Low(c, [&](float u, float v) { return v + 2.0f * Fbm(u / 60.0f, v / 60.0f, sW + 1, 3); });
+    Field soot = Low(c, [&](float u, float v) { return SmoothStep(-0.1f, 0.5f, Fbm(u / 260.0f, v / 180.0f, sG, 5)); });
     Field salt = Low(c, [&](float u, float v) {
-        return SmoothStep(0.35f, 0.7f,
-                          Fbm(u / 150.0f, v / 150.0f, sG + 1, 5) + 0.25f * (v / 1200.0f));
+        return SmoothStep(0.35f, 0.7f, Fbm(u / 150.0f, v / 150.0f, sG + 1, 5) + 0.25f * (v / 1200.0f));
     });
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
@@ -1552,8 +1432,7 @@ Texture BrickWall(const Canvas& c, uint64_t seed) {
             const float su = (wu + off) / len;
             const int col = FloorInt(su);
             const float lx = (su - float(col)) * len, ly = wv - float(row) * course;
-            float e = std::min(std::min(lx - joint, len - joint - lx),
-                               std::min(ly - joint, course - joint - ly));
+            float e = std::min(std::min(lx - joint, len - joint - lx), std::min(ly - joint, course - joint - ly));
             const uint32_t id = Hash(col, row, sB);
             // Chipped arrises: the brick's outline is eaten in places.
             e += 3.0f * Fbm(u / 14.0f, v / 14.0f, sB + 1, 3) - 1.0f;
@@ -1562,19 +1441,15 @@ Texture BrickWall(const Canvas& c, uint64_t seed) {
             Rgb bc = palette[id & 7u];
             bc = Scale(bc, 0.9f + 0.2f * HashUnit(id * 0x9E3779B1u) + 0.12f * mottle);
             // Darker fire flash toward one end of some bricks.
-            if (HashUnit(id * 0x2545F491u) < 0.3f)
-                bc = Scale(bc, 0.75f + 0.25f * Clamp01(lx / len));
+            if (HashUnit(id * 0x2545F491u) < 0.3f) bc = Scale(bc, 0.75f + 0.25f * Clamp01(lx / len));
             const Cells pit = Worley(u / 6.0f, v / 6.0f, sT + 1);
-            const float pd =
-                HashUnit(pit.id) < 0.25f ? 1.0f - SmoothStep(0.1f, 0.25f, pit.f1) : 0.0f;
+            const float pd = HashUnit(pit.id) < 0.25f ? 1.0f - SmoothStep(0.1f, 0.25f, pit.f1) : 0.0f;
             const float sand = Noise(u / 1.4f, v / 1.4f, sM);
             const Rgb mc =
-                Scale(Rgb{168, 160, 148},
-                      0.85f + 0.15f * sand + 0.06f * Fbm(u / 40.0f, v / 40.0f, sM + 1, 3));
+                Scale(Rgb{168, 160, 148}, 0.85f + 0.15f * sand + 0.06f * Fbm(u / 40.0f, v / 40.0f, sM + 1, 3));
             const Rgb col3 = Mix(mc, Scale(bc, 1.0f - 0.35f * pd), brick);
             height(x, y) =
-                brick * (0.7f + 0.12f * SmoothStep(0.0f, 5.0f, e) + 0.05f * mottle - 0.2f * pd) +
-                0.04f * sand;
+                brick * (0.7f + 0.12f * SmoothStep(0.0f, 5.0f, e) + 0.05f * mottle - 0.2f * pd) + 0.04f * sand;
             base.Set(size_t(y) * c.w + x, col3);
         }
     const Field light = Shade(height, c, 3.0f);
@@ -1594,12 +1469,9 @@ Texture BrickWall(const Canvas& c, uint64_t seed) {
 // and cloudy grey veining between them.
 Texture Marble(const Canvas& c, uint64_t seed) {
     const uint32_t a = Sub(seed, 1), b = Sub(seed, 2), d = Sub(seed, 3), e = Sub(seed, 4);
-    Field warpU =
-        Low(c, [&](float u, float v) { return u + 150.0f * Fbm(u / 500.0f, v / 500.0f, a, 5); });
-    Field warpV = Low(
-        c, [&](float u, float v) { return v + 150.0f * Fbm(u / 500.0f, v / 500.0f, a + 1, 5); });
-    Field softF =
-        Low(c, [&](float u, float v) { return 0.06f * Fbm(u / 200.0f, v / 200.0f, e + 1, 4); });
+    Field warpU = Low(c, [&](float u, float v) { return u + 150.0f * Fbm(u / 500.0f, v / 500.0f, a, 5); });
+    Field warpV = Low(c, [&](float u, float v) { return v + 150.0f * Fbm(u / 500.0f, v / 500.0f, a + 1, 5); });
+    Field softF = Low(c, [&](float u, float v) { return 0.06f * Fbm(u / 200.0f, v / 200.0f, e + 1, 4); });
     // The vein fields are smooth down to 20 units: the coarse grid keeps their level lines.
     Field tF(c), t2F(c);
     {
@@ -1630,8 +1502,7 @@ Texture Marble(const Canvas& c, uint64_t seed) {
             const float vein1 = 1.0f - SmoothStep(w1, w1 + px, Abs(t));
             const float t2 = t2F(x, y);
             const float vein2 = (1.0f - SmoothStep(0.003f, 0.006f, Abs(t2 - 0.12f))) * 0.7f;
-            const float cloud =
-                SmoothStep(0.55f, 0.95f, Ridged(wu / 180.0f, wv / 180.0f, e, 5)) * 0.45f;
+            const float cloud = SmoothStep(0.55f, 0.95f, Ridged(wu / 180.0f, wv / 180.0f, e, 5)) * 0.45f;
             const float soft = softF(x, y) + 0.12f * (1.0f - SmoothStep(0.0f, 0.08f, Abs(t)));
             Rgb col = Scale(Rgb{240, 238, 232}, 1.0f - soft);
             col = Mix(col, Rgb{150, 150, 156}, cloud);
@@ -1646,22 +1517,19 @@ Texture Marble(const Canvas& c, uint64_t seed) {
 // Granite: interlocking crystals of quartz, feldspar and mica, polished flat.
 Texture Granite(const Canvas& c, uint64_t seed) {
     const uint32_t a = Sub(seed, 1), b = Sub(seed, 2), d = Sub(seed, 3);
-    static const Rgb minerals[] = {{26, 24, 26},    {40, 38, 40},    {150, 146, 142},
-                                   {176, 170, 164}, {196, 146, 128}, {206, 160, 140},
-                                   {222, 212, 204}, {186, 130, 116}};
+    static const Rgb minerals[] = {{26, 24, 26},    {40, 38, 40},    {150, 146, 142}, {176, 170, 164},
+                                   {196, 146, 128}, {206, 160, 140}, {222, 212, 204}, {186, 130, 116}};
     ColourField out(c);
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x), v = c.V(y);
-            const float wu = u + 2.0f * Noise(u / 6.0f, v / 6.0f, d),
-                        wv = v + 2.0f * Noise(u / 6.0f, v / 6.0f, d + 1);
+            const float wu = u + 2.0f * Noise(u / 6.0f, v / 6.0f, d), wv = v + 2.0f * Noise(u / 6.0f, v / 6.0f, d + 1);
             const Cells small = Worley(wu / 4.5f, wv / 4.5f, a);
             const Cells big = Worley(wu / 13.0f, wv / 13.0f, b);
             uint32_t id = small.id;
             if (HashUnit(big.id) < 0.45f && big.f1 < 0.42f) id = big.id;
             Rgb col = minerals[(id >> 3) & 7u];
-            col = Scale(col, 0.9f + 0.2f * HashUnit(id * 0x9E3779B1u) +
-                                 0.06f * Noise(u / 1.5f, v / 1.5f, d + 2));
+            col = Scale(col, 0.9f + 0.2f * HashUnit(id * 0x9E3779B1u) + 0.06f * Noise(u / 1.5f, v / 1.5f, d + 2));
             col = Scale(col, 1.0f + 0.05f * Fbm(u / 300.0f, v / 300.0f, d + 3, 3));
             out.Set(size_t(y) * c.w + x, col);
         }
@@ -1673,8 +1541,7 @@ Texture Granite(const Canvas& c, uint64_t seed) {
 Texture Slate(const Canvas& c, uint64_t seed) {
     const uint32_t a = Sub(seed, 1), b = Sub(seed, 2), d = Sub(seed, 3);
     Field layer = Low(c, [&](float u, float v) {
-        return 5.0f * Fbm(u / 520.0f, (v + u * 0.15f) / 360.0f, a, 5) +
-               0.7f * Fbm(u / 70.0f, v / 55.0f, a + 1, 3);
+        return 5.0f * Fbm(u / 520.0f, (v + u * 0.15f) / 360.0f, a, 5) + 0.7f * Fbm(u / 70.0f, v / 55.0f, a + 1, 3);
     });
     Field height(c), tone(c);
     for (int y = 0; y < c.h; ++y)
@@ -1686,20 +1553,16 @@ Texture Slate(const Canvas& c, uint64_t seed) {
             const float riser = SmoothStep(0.9f, 1.0f, f);
             const float stri = Noise(u / 220.0f, (v + u * 0.15f) / 1.6f, b);
             height(x, y) = (float(step) + riser) * 0.1f + 0.01f * stri;
-            tone(x, y) = 0.32f + 0.1f * (HashUnit(Hash1(uint32_t(step + 1000), d)) - 0.5f) +
-                         0.03f * stri + 0.05f * Fbm(u / 200.0f, v / 200.0f, d + 1, 3) -
-                         0.1f * riser * (1.0f - riser) * 4.0f;
+            tone(x, y) = 0.32f + 0.1f * (HashUnit(Hash1(uint32_t(step + 1000), d)) - 0.5f) + 0.03f * stri +
+                         0.05f * Fbm(u / 200.0f, v / 200.0f, d + 1, 3) - 0.1f * riser * (1.0f - riser) * 4.0f;
         }
     const Field light = Shade(height, c, 6.0f);
     Field out(c);
-    for (size_t i = 0; i < out.v.size(); ++i)
-        out.v[i] = tone.v[i] * (0.45f + 0.85f * light.v[i]);
+    for (size_t i = 0; i < out.v.size(); ++i) out.v[i] = tone.v[i] * (0.45f + 0.85f * light.v[i]);
     for (int y = 0; y < c.h; ++y)
-        for (int x = 0; x < c.w; ++x)
-            out(x, y) += 0.015f * Grain(x, y, d + 2);
+        for (int x = 0; x < c.w; ++x) out(x, y) += 0.015f * Grain(x, y, d + 2);
     Normalize(out, 0.001f, 0.999f);
-    for (float& x : out.v)
-        x = 0.05f + 0.8f * x;
+    for (float& x : out.v) x = 0.05f + 0.8f * x;
     return ToGrey(out);
 }
 
@@ -1712,27 +1575,22 @@ Texture Sandstone(const Canvas& c, uint64_t seed) {
                              {0.8f, {224, 196, 156}},
                              {1.0f, {238, 220, 190}}};
     Field height(c), t(c);
-    Field broad =
-        Low(c, [&](float u, float v) { return 0.3f * Fbm(u / 250.0f, v / 250.0f, e + 1, 4); });
+    Field broad = Low(c, [&](float u, float v) { return 0.3f * Fbm(u / 250.0f, v / 250.0f, e + 1, 4); });
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x), v = c.V(y);
-            const float s = v / 90.0f + 1.6f * Fbm(u / 700.0f, v / 350.0f, a, 4) +
-                            0.3f * Fbm(u / 80.0f, v / 50.0f, a + 1, 3);
-            const float band =
-                (0.5f * Tri(s * 0.5f) + 0.5f * Tri(s * 2.3f + 0.3f)) *
-                (0.3f + 0.7f * SmoothStep(-0.3f, 0.4f, Fbm(u / 300.0f, v / 300.0f, a + 2, 3)));
+            const float s =
+                v / 90.0f + 1.6f * Fbm(u / 700.0f, v / 350.0f, a, 4) + 0.3f * Fbm(u / 80.0f, v / 50.0f, a + 1, 3);
+            const float band = (0.5f * Tri(s * 0.5f) + 0.5f * Tri(s * 2.3f + 0.3f)) *
+                               (0.3f + 0.7f * SmoothStep(-0.3f, 0.4f, Fbm(u / 300.0f, v / 300.0f, a + 2, 3)));
             // Weathering pits, centred in their cells so that none is cut off.
             const Cells hole = Worley(u / 90.0f, v / 70.0f, b, 0.5f);
             const float e2 = HashUnit(hole.id * 0x9E3779B1u);
             const float hr = HashUnit(hole.id) < 0.1f ? 0.05f + 0.2f * e2 * e2 : 0.0f;
-            const float pit =
-                (1.0f -
-                 SmoothStep(hr * 0.3f, hr, hole.f1 + 0.04f * Noise(u / 8.0f, v / 8.0f, b + 1))) *
-                (0.5f + 0.5f * HashUnit(hole.id * 0x2545F491u));
+            const float pit = (1.0f - SmoothStep(hr * 0.3f, hr, hole.f1 + 0.04f * Noise(u / 8.0f, v / 8.0f, b + 1))) *
+                              (0.5f + 0.5f * HashUnit(hole.id * 0x2545F491u));
             const float grain = Noise(u / 1.2f, v / 1.2f, d) + Grain(x, y, d + 1);
-            height(x, y) =
-                0.25f * band + 0.1f * Fbm(u / 40.0f, v / 40.0f, e, 3) - 0.6f * pit + 0.03f * grain;
+            height(x, y) = 0.25f * band + 0.1f * Fbm(u / 40.0f, v / 40.0f, e, 3) - 0.6f * pit + 0.03f * grain;
             t(x, y) = 0.3f + 0.4f * band + 1.4f * broad(x, y) + 0.2f * grain - 0.3f * pit;
         }
     const Field light = Shade(height, c, 3.0f);
@@ -1771,8 +1629,7 @@ Texture Wood(const Canvas& c, uint64_t seed, const WoodParams& p) {
             b.tone = r.Range(-0.08f, 0.08f);
             b.seed = r.Next();
             const int nk = r.Chance(p.knots) ? 1 + r.Below(2) : 0;
-            for (int k = 0; k < nk; ++k)
-                b.knots.push_back({r.Range(b.x0, b.x1), r.Range(y, y + rowH)});
+            for (int k = 0; k < nk; ++k) b.knots.push_back({r.Range(b.x0, b.x1), r.Range(y, y + rowH)});
             boards.push_back(b);
         }
     }
@@ -1782,17 +1639,13 @@ Texture Wood(const Canvas& c, uint64_t seed, const WoodParams& p) {
     for (int y = 0; y < c.h; ++y) {
         const float v = c.V(y);
         size_t bi = 0;
-        while (bi < boards.size() && !(v >= boards[bi].y0 && v < boards[bi].y1))
-            ++bi;
+        while (bi < boards.size() && !(v >= boards[bi].y0 && v < boards[bi].y1)) ++bi;
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x);
-            while (bi + 1 < boards.size() && boards[bi + 1].y0 == boards[bi].y0 &&
-                   u >= boards[bi + 1].x0)
-                ++bi;
+            while (bi + 1 < boards.size() && boards[bi + 1].y0 == boards[bi].y0 && u >= boards[bi + 1].x0) ++bi;
             const Board& b = boards[bi];
             const float a = u - b.x0, across = v - b.y0;
-            const float depth =
-                b.depth + a * b.slope + 7.0f * p.ring * Fbm(a / 700.0f, 0.5f, b.seed, 3);
+            const float depth = b.depth + a * b.slope + 7.0f * p.ring * Fbm(a / 700.0f, 0.5f, b.seed, 3);
             const float dx = across - b.axis;
             float rings = Sqrt(dx * dx + depth * depth) / p.ring;
             rings += 0.7f * Fbm(a / 500.0f, across / 150.0f, b.seed + 1, 4) +
@@ -1806,21 +1659,18 @@ Texture Wood(const Canvas& c, uint64_t seed, const WoodParams& p) {
             }
             const float f = rings - float(FloorInt(rings));
             const float late = SmoothStep(0.5f, 0.82f, f) * (1.0f - SmoothStep(0.93f, 1.0f, f));
-            const float pores =
-                SmoothStep(0.3f, 0.9f, Noise(a / 22.0f, across / 0.7f, sPore)) * 0.35f;
+            const float pores = SmoothStep(0.3f, 0.9f, Noise(a / 22.0f, across / 0.7f, sPore)) * 0.35f;
             const float fine = 0.08f * Noise(a / 60.0f, across / 1.5f, sPore + 1);
             float t = 0.75f * late + pores * (0.5f + late) + fine + knot * 0.8f;
             // Seams between boards.
             const float edge = std::min(std::min(a, b.x1 - u), std::min(across, b.y1 - v));
             const float seam = p.plank > 0.0f ? 1.0f - SmoothStep(0.6f, 2.0f, edge) : 0.0f;
-            float h = 0.6f - 0.5f * seam -
-                      0.1f * (1.0f - SmoothStep(2.0f, 8.0f, edge)) * (p.plank > 0.0f);
+            float h = 0.6f - 0.5f * seam - 0.1f * (1.0f - SmoothStep(2.0f, 8.0f, edge)) * (p.plank > 0.0f);
             if (p.weathered) {
                 // Soft earlywood wears away, leaving the latewood ridges; checks open along the
                 // grain.
                 h += 0.3f * late - 0.15f * pores;
-                const float check =
-                    SmoothStep(0.93f, 0.985f, Ridged(a / 260.0f, across / 4.0f, b.seed + 3, 3));
+                const float check = SmoothStep(0.93f, 0.985f, Ridged(a / 260.0f, across / 4.0f, b.seed + 3, 3));
                 h -= 0.5f * check;
                 t += 0.6f * check;
             } else {
@@ -1838,12 +1688,10 @@ Texture Wood(const Canvas& c, uint64_t seed, const WoodParams& p) {
             for (int x = 0; x < c.w; ++x) {
                 const size_t i = size_t(y) * c.w + x;
                 const float silver = 0.62f + 0.08f * Fbm(c.U(x) / 300.0f, c.V(y) / 300.0f, sG, 4);
-                out.v[i] = (silver - 0.35f * tone.v[i]) * (0.45f + 0.8f * light.v[i]) +
-                           0.015f * Grain(x, y, sG + 1);
+                out.v[i] = (silver - 0.35f * tone.v[i]) * (0.45f + 0.8f * light.v[i]) + 0.015f * Grain(x, y, sG + 1);
             }
         Normalize(out, 0.001f, 0.999f);
-        for (float& x : out.v)
-            x = 0.04f + 0.9f * x;
+        for (float& x : out.v) x = 0.04f + 0.9f * x;
         return ToGrey(out);
     }
     ColourField out(c);
@@ -1858,11 +1706,9 @@ Texture Wood(const Canvas& c, uint64_t seed, const WoodParams& p) {
 Texture TreeBark(const Canvas& c, uint64_t seed) {
     const uint32_t a = Sub(seed, 1), b = Sub(seed, 2), d = Sub(seed, 3), e = Sub(seed, 4);
     Field height(c), lichen(c);
-    Field warpU =
-        Low(c, [&](float u, float v) { return u + 35.0f * Fbm(u / 200.0f, v / 500.0f, a, 4); });
-    Field moss = Low(c, [&](float u, float v) {
-        return SmoothStep(0.35f, 0.6f, Fbm(u / 110.0f, v / 110.0f, e + 1, 5));
-    });
+    Field warpU = Low(c, [&](float u, float v) { return u + 35.0f * Fbm(u / 200.0f, v / 500.0f, a, 4); });
+    Field moss =
+        Low(c, [&](float u, float v) { return SmoothStep(0.35f, 0.6f, Fbm(u / 110.0f, v / 110.0f, e + 1, 5)); });
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
             const float u = c.U(x), v = c.V(y);
@@ -1870,22 +1716,19 @@ Texture TreeBark(const Canvas& c, uint64_t seed) {
             const float ridge = Ridged(wu / 55.0f, v / 320.0f, b, 5);
             const Cells plate = Worley(wu / 55.0f, v / 150.0f, d);
             const float split = SmoothStep(0.0f, 0.2f, plate.f2 - plate.f1);
-            height(x, y) =
-                0.5f * ridge + 0.4f * split * ridge + 0.08f * Fbm(u / 6.0f, v / 10.0f, e, 3);
+            height(x, y) = 0.5f * ridge + 0.4f * split * ridge + 0.08f * Fbm(u / 6.0f, v / 10.0f, e, 3);
             lichen(x, y) = moss(x, y) * SmoothStep(0.35f, 0.6f, height(x, y));
         }
     const Field light = Shade(height, c, 6.0f);
-    const RampStop ramp[] = {{0.0f, {22, 18, 14}},
-                             {0.35f, {70, 58, 46}},
-                             {0.7f, {120, 106, 90}},
-                             {1.0f, {160, 148, 130}}};
+    const RampStop ramp[] = {
+        {0.0f, {22, 18, 14}}, {0.35f, {70, 58, 46}}, {0.7f, {120, 106, 90}}, {1.0f, {160, 148, 130}}};
     ColourField out(c);
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
             const size_t i = size_t(y) * c.w + x;
             Rgb col = Ramp(ramp, 4, Clamp01(height.v[i] * 1.2f));
-            col = Mix(col, Rgb{150, 158, 120},
-                      lichen.v[i] * (0.6f + 0.4f * Noise(c.U(x) / 3.0f, c.V(y) / 3.0f, e + 2)));
+            col =
+                Mix(col, Rgb{150, 158, 120}, lichen.v[i] * (0.6f + 0.4f * Noise(c.U(x) / 3.0f, c.V(y) / 3.0f, e + 2)));
             out.Set(i, Scale(col, 0.45f + 0.8f * light.v[i]));
         }
     return ToColour(out);
@@ -1925,8 +1768,7 @@ Texture Paper(const Canvas& c, uint64_t seed, const PaperParams& p) {
             return 0.5f * Fbm(u / 14.0f, v / 14.0f, sT + 1, 4) + 0.5f * (1.0f - cell.f1);
         });
         shade = Shade(h, c, p.tooth * 2.0f);
-        for (float& s : shade.v)
-            s = Lerp(1.0f, s * 1.6f, 0.6f);
+        for (float& s : shade.v) s = Lerp(1.0f, s * 1.6f, 0.6f);
     }
     ColourField out(c);
     for (int y = 0; y < c.h; ++y)
@@ -1940,8 +1782,8 @@ Texture Paper(const Canvas& c, uint64_t seed, const PaperParams& p) {
             k *= shade.v[i];
             Rgb col = Scale(p.tint, k + 0.01f * Grain(x, y, sB + 2));
             if (p.edges > 0.0f) {
-                const float d = std::min(std::min(u, W - u), std::min(v, H - v)) +
-                                60.0f * Fbm(u / 90.0f, v / 90.0f, sE, 4);
+                const float d =
+                    std::min(std::min(u, W - u), std::min(v, H - v)) + 60.0f * Fbm(u / 90.0f, v / 90.0f, sE, 4);
                 const float burn = p.edges * (1.0f - SmoothStep(0.0f, 220.0f, d));
                 col = Mix(col, Rgb{128, 84, 40}, burn * burn);
             }
@@ -1955,8 +1797,7 @@ Texture Paper(const Canvas& c, uint64_t seed, const PaperParams& p) {
     if (p.colour) return ToColour(out);
     // A white sheet, but with the tooth spread over enough levels to serve as relief.
     Normalize(out.r, 0.001f, 0.999f);
-    for (float& g : out.r.v)
-        g = 0.45f + 0.55f * g;
+    for (float& g : out.r.v) g = 0.45f + 0.55f * g;
     return ToGrey(out.r);
 }
 
@@ -1965,10 +1806,8 @@ Texture Paper(const Canvas& c, uint64_t seed, const PaperParams& p) {
 // the light changes abruptly at every crease and stays flat within a facet.
 Texture CrumpledPaper(const Canvas& c, uint64_t seed) {
     const uint32_t sW = Sub(seed, 1), sC = Sub(seed, 2), sG = Sub(seed, 3);
-    Field warpU =
-        Low(c, [&](float u, float v) { return u + 40.0f * Fbm(u / 320.0f, v / 320.0f, sW, 3); });
-    Field warpV = Low(
-        c, [&](float u, float v) { return v + 40.0f * Fbm(u / 320.0f, v / 320.0f, sW + 1, 3); });
+    Field warpU = Low(c, [&](float u, float v) { return u + 40.0f * Fbm(u / 320.0f, v / 320.0f, sW, 3); });
+    Field warpV = Low(c, [&](float u, float v) { return v + 40.0f * Fbm(u / 320.0f, v / 320.0f, sW + 1, 3); });
     // Soft bulges within the facets.
     Field bulge = Low(c, [&](float u, float v) { return Fbm(u / 200.0f, v / 200.0f, sW + 2, 3); });
     const Field soft = Shade(bulge, c, 15.0f);
@@ -1984,24 +1823,20 @@ Texture CrumpledPaper(const Canvas& c, uint64_t seed) {
             const float wu = warpU(x, y), wv = warpV(x, y);
             float tx = 0.0f, ty = 0.0f, crease = 0.0f;
             for (int l = 0; l < 3; ++l) {
-                const Cells cell =
-                    Worley(wu / layers[l].cell, wv / layers[l].cell, sC + uint32_t(l));
+                const Cells cell = Worley(wu / layers[l].cell, wv / layers[l].cell, sC + uint32_t(l));
                 tx += layers[l].tilt * (HashUnit(cell.id) - 0.5f);
                 ty += layers[l].tilt * (HashUnit(cell.id * 0x9E3779B1u) - 0.5f);
                 const float px = 1.5f / (layers[l].cell * c.k);
-                crease = std::max(crease, (1.0f - SmoothStep(0.0f, px, cell.f2 - cell.f1)) *
-                                              layers[l].tilt);
+                crease = std::max(crease, (1.0f - SmoothStep(0.0f, px, cell.f2 - cell.f1)) * layers[l].tilt);
             }
             const float len = Sqrt(tx * tx + ty * ty + 1.0f);
             float light = (-tx * lx - ty * ly + lz) / (len * ln);
             light -= 0.12f * crease;
-            const float grain =
-                0.025f * Noise(c.U(x) / 2.5f, c.V(y) / 2.5f, sG) + 0.015f * Grain(x, y, sG + 1);
+            const float grain = 0.025f * Noise(c.U(x) / 2.5f, c.V(y) / 2.5f, sG) + 0.015f * Grain(x, y, sG + 1);
             out(x, y) = light * (0.7f + 0.45f * soft(x, y)) + grain;
         }
     Normalize(out, 0.002f, 0.998f);
-    for (float& x : out.v)
-        x = 0.1f + 0.88f * x;
+    for (float& x : out.v) x = 0.1f + 0.88f * x;
     return ToGrey(out);
 }
 
@@ -2012,10 +1847,8 @@ Texture CrumpledPaper(const Canvas& c, uint64_t seed) {
 Texture Leopard(const Canvas& c, uint64_t seed) {
     const uint32_t sW = Sub(seed, 1), sR = Sub(seed, 2), sG = Sub(seed, 3), sS = Sub(seed, 4);
     const uint32_t sF = Sub(seed, 5), sT = Sub(seed, 6);
-    Field warpU =
-        Low(c, [&](float u, float v) { return u + 12.0f * Fbm(u / 60.0f, v / 60.0f, sW, 3); });
-    Field warpV =
-        Low(c, [&](float u, float v) { return v + 12.0f * Fbm(u / 60.0f, v / 60.0f, sW + 1, 3); });
+    Field warpU = Low(c, [&](float u, float v) { return u + 12.0f * Fbm(u / 60.0f, v / 60.0f, sW, 3); });
+    Field warpV = Low(c, [&](float u, float v) { return v + 12.0f * Fbm(u / 60.0f, v / 60.0f, sW + 1, 3); });
     Field lightF = Low(c, [&](float u, float v) { return Fbm(u / 400.0f, v / 400.0f, sT, 4); });
     ColourField out(c);
     for (int y = 0; y < c.h; ++y)
@@ -2024,25 +1857,20 @@ Texture Leopard(const Canvas& c, uint64_t seed) {
             const float wu = warpU(x, y), wv = warpV(x, y);
             const Cells cell = Worley(wu / 62.0f, wv / 55.0f, sR, 0.8f);
             const float d = cell.f1 + 0.07f * Fbm(u / 7.0f, v / 7.0f, sR + 1, 3);
-            const float r0 = 0.18f + 0.05f * HashUnit(cell.id),
-                        r1 = 0.37f + 0.06f * HashUnit(cell.id * 0x9E3779B1u);
-            float ring = SmoothStep(r0 - 0.025f, r0 + 0.025f, d) *
-                         (1.0f - SmoothStep(r1 - 0.025f, r1 + 0.025f, d));
+            const float r0 = 0.18f + 0.05f * HashUnit(cell.id), r1 = 0.37f + 0.06f * HashUnit(cell.id * 0x9E3779B1u);
+            float ring = SmoothStep(r0 - 0.025f, r0 + 0.025f, d) * (1.0f - SmoothStep(r1 - 0.025f, r1 + 0.025f, d));
             ring *= SmoothStep(-0.3f, -0.12f, Noise(wu / 10.0f, wv / 10.0f, sG));
             const float centre = 1.0f - SmoothStep(r0 - 0.02f, r0 + 0.03f, d);
             float spot = 0.0f;
             if (d > r1 + 0.06f) {
                 const Cells s = Worley(wu / 20.0f, wv / 20.0f, sS, 0.9f);
-                const float sr =
-                    HashUnit(s.id) < 0.5f ? 0.16f + 0.12f * HashUnit(s.id * 0x2545F491u) : 0.0f;
-                spot = 1.0f - SmoothStep(sr - 0.05f, sr + 0.02f,
-                                         s.f1 + 0.1f * Noise(u / 4.0f, v / 4.0f, sS + 1));
+                const float sr = HashUnit(s.id) < 0.5f ? 0.16f + 0.12f * HashUnit(s.id * 0x2545F491u) : 0.0f;
+                spot = 1.0f - SmoothStep(sr - 0.05f, sr + 0.02f, s.f1 + 0.1f * Noise(u / 4.0f, v / 4.0f, sS + 1));
             }
             const float light = lightF(x, y);
             Rgb fur = Mix(Rgb{196, 142, 66}, Rgb{230, 196, 128}, Clamp01(0.45f + 0.8f * light));
             fur = Mix(fur, Rgb{176, 108, 44}, centre * 0.7f);
-            const float hair =
-                0.09f * Noise(u / 1.0f, v / 4.0f, sF) + 0.05f * Noise(u / 0.6f, v / 2.0f, sF + 1);
+            const float hair = 0.09f * Noise(u / 1.0f, v / 4.0f, sF) + 0.05f * Noise(u / 0.6f, v / 2.0f, sF + 1);
             const float mark = std::max(ring, spot);
             Rgb col = Mix(fur, Rgb{34, 24, 16}, mark);
             col = Scale(col, 1.0f + hair);
@@ -2074,10 +1902,8 @@ Texture Zebra(const Canvas& c, uint64_t seed) {
 // Giraffe: large brown patches with ragged edges, parted by a net of cream lines.
 Texture Giraffe(const Canvas& c, uint64_t seed) {
     const uint32_t sW = Sub(seed, 1), sC = Sub(seed, 2), sE = Sub(seed, 3), sF = Sub(seed, 4);
-    Field warpU =
-        Low(c, [&](float u, float v) { return u + 25.0f * Fbm(u / 150.0f, v / 150.0f, sW, 4); });
-    Field warpV = Low(
-        c, [&](float u, float v) { return v + 25.0f * Fbm(u / 150.0f, v / 150.0f, sW + 1, 4); });
+    Field warpU = Low(c, [&](float u, float v) { return u + 25.0f * Fbm(u / 150.0f, v / 150.0f, sW, 4); });
+    Field warpV = Low(c, [&](float u, float v) { return v + 25.0f * Fbm(u / 150.0f, v / 150.0f, sW + 1, 4); });
     ColourField out(c);
     for (int y = 0; y < c.h; ++y)
         for (int x = 0; x < c.w; ++x) {
@@ -2089,8 +1915,7 @@ Texture Giraffe(const Canvas& c, uint64_t seed) {
             const float t = HashUnit(cell.id);
             Rgb brown = Mix(Rgb{150, 78, 32}, Rgb{104, 50, 22}, t);
             brown = Mix(brown, Scale(brown, 0.75f), 1.0f - SmoothStep(0.0f, 0.5f, cell.f1));
-            const Rgb cream =
-                Scale(Rgb{232, 214, 176}, 1.0f + 0.05f * Fbm(u / 60.0f, v / 60.0f, sF, 3));
+            const Rgb cream = Scale(Rgb{232, 214, 176}, 1.0f + 0.05f * Fbm(u / 60.0f, v / 60.0f, sF, 3));
             Rgb col = Mix(cream, brown, patch);
             col = Scale(col, 1.0f + 0.06f * Noise(u / 1.0f, v / 3.5f, sF + 1));
             out.Set(size_t(y) * c.w + x, col);

@@ -410,13 +410,9 @@ const std::vector<TextureSpec> kCatalogue = {
 
 } // namespace
 
-const std::vector<TextureSet>& TextureSets() {
-    return kSets;
-}
+const std::vector<TextureSet>& TextureSets() { return kSets; }
 
-const std::vector<TextureSpec>& TextureCatalogue() {
-    return kCatalogue;
-}
+const std::vector<TextureSpec>& TextureCatalogue() { return kCatalogue; }
 
 const TextureSpec* FindTextureSpec(const std::string& name) {
     for (const TextureSpec& s : kCatalogue)

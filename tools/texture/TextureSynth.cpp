@@ -12,17 +12,11 @@ uint64_t Rng::Next64() {
     return z ^ (z >> 31);
 }
 
-float Rng::Uniform() {
-    return float(Next() >> 8) * (1.0f / 16777216.0f);
-}
+float Rng::Uniform() { return float(Next() >> 8) * (1.0f / 16777216.0f); }
 
-float Rng::Range(float lo, float hi) {
-    return lo + (hi - lo) * Uniform();
-}
+float Rng::Range(float lo, float hi) { return lo + (hi - lo) * Uniform(); }
 
-int Rng::Below(int n) {
-    return n <= 1 ? 0 : int((uint64_t(Next()) * uint64_t(n)) >> 32);
-}
+int Rng::Below(int n) { return n <= 1 ? 0 : int((uint64_t(Next()) * uint64_t(n)) >> 32); }
 
 float Rng::Normal() {
     // Irwin-Hall with four terms has variance 4/12; rescale to 1.
@@ -40,8 +34,7 @@ float Pow(float x, float e) {
     const int whole = e < 0.0f ? 0 : (e > 4.0f ? 4 : int(e));
     const float frac = e - float(whole);
     float p = 1.0f;
-    for (int i = 0; i < whole; ++i)
-        p *= x;
+    for (int i = 0; i < whole; ++i) p *= x;
     // Between x^n and x^(n+1), sqrt-blended so that the curve stays smooth.
     const float s = Sqrt(x);
     const float mid = frac < 0.5f ? Lerp(1.0f, s, frac * 2.0f) : Lerp(s, x, frac * 2.0f - 1.0f);
@@ -51,17 +44,14 @@ float Pow(float x, float e) {
 namespace {
 
 // Unit vectors at 11.25 + k * 22.5 degrees: none lies on a lattice axis.
-const float kGrad[16][2] = {
-    {0.98078528f, 0.19509032f},   {0.83146961f, 0.55557023f},   {0.55557023f, 0.83146961f},
-    {0.19509032f, 0.98078528f},   {-0.19509032f, 0.98078528f},  {-0.55557023f, 0.83146961f},
-    {-0.83146961f, 0.55557023f},  {-0.98078528f, 0.19509032f},  {-0.98078528f, -0.19509032f},
-    {-0.83146961f, -0.55557023f}, {-0.55557023f, -0.83146961f}, {-0.19509032f, -0.98078528f},
-    {0.19509032f, -0.98078528f},  {0.55557023f, -0.83146961f},  {0.83146961f, -0.55557023f},
-    {0.98078528f, -0.19509032f}};
+const float kGrad[16][2] = {{0.98078528f, 0.19509032f},   {0.83146961f, 0.55557023f},   {0.55557023f, 0.83146961f},
+                            {0.19509032f, 0.98078528f},   {-0.19509032f, 0.98078528f},  {-0.55557023f, 0.83146961f},
+                            {-0.83146961f, 0.55557023f},  {-0.98078528f, 0.19509032f},  {-0.98078528f, -0.19509032f},
+                            {-0.83146961f, -0.55557023f}, {-0.55557023f, -0.83146961f}, {-0.19509032f, -0.98078528f},
+                            {0.19509032f, -0.98078528f},  {0.55557023f, -0.83146961f},  {0.83146961f, -0.55557023f},
+                            {0.98078528f, -0.19509032f}};
 
-inline float Fade(float t) {
-    return t * t * t * (t * (t * 6.0f - 15.0f) + 10.0f);
-}
+inline float Fade(float t) { return t * t * t * (t * (t * 6.0f - 15.0f) + 10.0f); }
 
 inline float Corner(int cx, int cy, uint32_t seed, float dx, float dy) {
     const float* g = kGrad[Hash(cx, cy, seed) & 15u];
@@ -144,8 +134,7 @@ Cells Worley(float x, float y, uint32_t seed, float jitter) {
         for (int dx = -1; dx <= 1; ++dx) {
             const uint32_t h = Hash(ix + dx, iy + dy, seed);
             const float px = float(ix + dx) + 0.5f + (HashUnit(h) - 0.5f) * jitter;
-            const float py =
-                float(iy + dy) + 0.5f + (HashUnit(h * 0x2C1B3C6Du + 0x297A2D39u) - 0.5f) * jitter;
+            const float py = float(iy + dy) + 0.5f + (HashUnit(h * 0x2C1B3C6Du + 0x297A2D39u) - 0.5f) * jitter;
             const float ex = px - x, ey = py - y;
             const float d = ex * ex + ey * ey;
             if (d < d1) {
@@ -182,12 +171,10 @@ namespace {
 // One box pass over a line of `n` samples `stride` apart, edges clamped.
 void BoxLine(float* p, int n, size_t stride, int r, std::vector<float>& tmp) {
     tmp.resize(size_t(n));
-    for (int i = 0; i < n; ++i)
-        tmp[size_t(i)] = p[size_t(i) * stride];
+    for (int i = 0; i < n; ++i) tmp[size_t(i)] = p[size_t(i) * stride];
     auto at = [&](int i) { return tmp[size_t(i < 0 ? 0 : (i >= n ? n - 1 : i))]; };
     double sum = 0.0;
-    for (int i = -r; i <= r; ++i)
-        sum += at(i);
+    for (int i = -r; i <= r; ++i) sum += at(i);
     const double inv = 1.0 / double(2 * r + 1);
     for (int i = 0; i < n; ++i) {
         p[size_t(i) * stride] = float(sum * inv);
@@ -197,22 +184,18 @@ void BoxLine(float* p, int n, size_t stride, int r, std::vector<float>& tmp) {
 
 template <typename Pick> void RankLine(float* p, int n, size_t stride, int r, Pick pick) {
     std::vector<float> tmp(static_cast<size_t>(n));
-    for (int i = 0; i < n; ++i)
-        tmp[size_t(i)] = p[size_t(i) * stride];
+    for (int i = 0; i < n; ++i) tmp[size_t(i)] = p[size_t(i) * stride];
     for (int i = 0; i < n; ++i) {
         float m = tmp[size_t(i)];
-        for (int j = std::max(0, i - r); j <= std::min(n - 1, i + r); ++j)
-            m = pick(m, tmp[size_t(j)]);
+        for (int j = std::max(0, i - r); j <= std::min(n - 1, i + r); ++j) m = pick(m, tmp[size_t(j)]);
         p[size_t(i) * stride] = m;
     }
 }
 
 template <typename Pick> void RankFilter(Field& f, int r, Pick pick) {
     if (r <= 0) return;
-    for (int y = 0; y < f.h; ++y)
-        RankLine(&f.v[size_t(y) * f.w], f.w, 1, r, pick);
-    for (int x = 0; x < f.w; ++x)
-        RankLine(&f.v[size_t(x)], f.h, size_t(f.w), r, pick);
+    for (int y = 0; y < f.h; ++y) RankLine(&f.v[size_t(y) * f.w], f.w, 1, r, pick);
+    for (int x = 0; x < f.w; ++x) RankLine(&f.v[size_t(x)], f.h, size_t(f.w), r, pick);
 }
 
 } // namespace
@@ -220,18 +203,15 @@ template <typename Pick> void RankFilter(Field& f, int r, Pick pick) {
 void BoxBlur(Field& f, int r) {
     if (r <= 0) return;
     std::vector<float> tmp;
-    for (int y = 0; y < f.h; ++y)
-        BoxLine(&f.v[size_t(y) * f.w], f.w, 1, r, tmp);
-    for (int x = 0; x < f.w; ++x)
-        BoxLine(&f.v[size_t(x)], f.h, size_t(f.w), r, tmp);
+    for (int y = 0; y < f.h; ++y) BoxLine(&f.v[size_t(y) * f.w], f.w, 1, r, tmp);
+    for (int x = 0; x < f.w; ++x) BoxLine(&f.v[size_t(x)], f.h, size_t(f.w), r, tmp);
 }
 
 void Blur(Field& f, float sigma) {
     // Three box passes of width w have variance (w * w - 1) / 4.
     const float w = Sqrt(4.0f * sigma * sigma + 1.0f);
     const int r = int((w - 1.0f) * 0.5f + 0.5f);
-    for (int i = 0; i < 3; ++i)
-        BoxBlur(f, r);
+    for (int i = 0; i < 3; ++i) BoxBlur(f, r);
 }
 
 void MinFilter(Field& f, int r) {
@@ -250,8 +230,7 @@ float Percentile(const Field& f, float p) {
     s.reserve(n / stride + 1);
     // An odd prime stride keeps the subsample off any row or column pattern.
     const size_t step = stride <= 1 ? 1 : (stride | 1) + 2;
-    for (size_t i = 0; i < n; i += step)
-        s.push_back(f.v[i]);
+    for (size_t i = 0; i < n; i += step) s.push_back(f.v[i]);
     const size_t k = size_t(Clamp01(p) * float(s.size() - 1));
     std::nth_element(s.begin(), s.begin() + std::ptrdiff_t(k), s.end());
     return s[k];
@@ -260,13 +239,10 @@ float Percentile(const Field& f, float p) {
 void Remap(Field& f, float from0, float from1, float to0, float to1) {
     const float span = from1 - from0;
     const float inv = span != 0.0f ? 1.0f / span : 0.0f;
-    for (float& x : f.v)
-        x = to0 + (to1 - to0) * Clamp01((x - from0) * inv);
+    for (float& x : f.v) x = to0 + (to1 - to0) * Clamp01((x - from0) * inv);
 }
 
-void Normalize(Field& f, float lo, float hi) {
-    Remap(f, Percentile(f, lo), Percentile(f, hi));
-}
+void Normalize(Field& f, float lo, float hi) { Remap(f, Percentile(f, lo), Percentile(f, hi)); }
 
 Field Shade(const Field& height, const Canvas& c, float strength, float lx, float ly, float lz) {
     const float n = Sqrt(lx * lx + ly * ly + lz * lz);
@@ -289,8 +265,7 @@ Field Shade(const Field& height, const Canvas& c, float strength, float lx, floa
 
 namespace {
 
-void DrawSegment(Field& m, float x0, float y0, float x1, float y1, float r0, float r1, float a0,
-                 float a1) {
+void DrawSegment(Field& m, float x0, float y0, float x1, float y1, float r0, float r1, float a0, float a1) {
     const float rmax = std::max(std::max(r0, r1), 0.7f) + 1.0f;
     const int bx0 = std::max(0, FloorInt(std::min(x0, x1) - rmax));
     const int by0 = std::max(0, FloorInt(std::min(y0, y1) - rmax));
@@ -331,21 +306,18 @@ void DrawStroke(Field& mask, const Canvas& c, const std::vector<StrokePoint>& pt
         const int pieces = std::max(1, int(len / 12.0f) + 1);
         for (int k = 0; k < pieces; ++k) {
             const float t0 = float(k) / float(pieces), t1 = float(k + 1) / float(pieces);
-            DrawSegment(mask, Lerp(p.x, q.x, t0) * c.k, Lerp(p.y, q.y, t0) * c.k,
-                        Lerp(p.x, q.x, t1) * c.k, Lerp(p.y, q.y, t1) * c.k,
-                        Lerp(p.radius, q.radius, t0) * c.k, Lerp(p.radius, q.radius, t1) * c.k,
-                        Lerp(p.alpha, q.alpha, t0), Lerp(p.alpha, q.alpha, t1));
+            DrawSegment(mask, Lerp(p.x, q.x, t0) * c.k, Lerp(p.y, q.y, t0) * c.k, Lerp(p.x, q.x, t1) * c.k,
+                        Lerp(p.y, q.y, t1) * c.k, Lerp(p.radius, q.radius, t0) * c.k,
+                        Lerp(p.radius, q.radius, t1) * c.k, Lerp(p.alpha, q.alpha, t0), Lerp(p.alpha, q.alpha, t1));
         }
     }
     if (pts.size() == 1) {
         const StrokePoint& p = pts[0];
-        DrawSegment(mask, p.x * c.k, p.y * c.k, p.x * c.k, p.y * c.k, p.radius * c.k,
-                    p.radius * c.k, p.alpha, p.alpha);
+        DrawSegment(mask, p.x * c.k, p.y * c.k, p.x * c.k, p.y * c.k, p.radius * c.k, p.radius * c.k, p.alpha, p.alpha);
     }
 }
 
-void DrawDisc(Field& mask, const Canvas& c, float x, float y, float radius, float alpha,
-              float softness) {
+void DrawDisc(Field& mask, const Canvas& c, float x, float y, float radius, float alpha, float softness) {
     const float cx = x * c.k, cy = y * c.k, r = radius * c.k;
     const float soft = std::max(softness * c.k, 1.0f);
     const int bx0 = std::max(0, FloorInt(cx - r - soft));
@@ -385,8 +357,7 @@ Texture ToGrey(const Field& f) {
     t.h = f.h;
     t.planes = 1;
     t.data.resize(f.v.size());
-    for (size_t i = 0; i < f.v.size(); ++i)
-        t.data[i] = Quantize(f.v[i]);
+    for (size_t i = 0; i < f.v.size(); ++i) t.data[i] = Quantize(f.v[i]);
     return t;
 }
 

@@ -46,34 +46,22 @@ inline uint32_t Hash(int32_t x, int32_t y, uint32_t seed) {
     h ^= h >> 16;
     return h;
 }
-inline uint32_t Hash1(uint32_t x, uint32_t seed) {
-    return Hash(int32_t(x), 0x3C6EF372, seed);
-}
-inline float HashUnit(uint32_t h) {
-    return float(h >> 8) * (1.0f / 16777216.0f);
-}
+inline uint32_t Hash1(uint32_t x, uint32_t seed) { return Hash(int32_t(x), 0x3C6EF372, seed); }
+inline float HashUnit(uint32_t h) { return float(h >> 8) * (1.0f / 16777216.0f); }
 
 inline int FloorInt(float x) {
     const int i = int(x);
     return i - (x < float(i) ? 1 : 0);
 }
-inline float Clamp01(float x) {
-    return x < 0.0f ? 0.0f : (x > 1.0f ? 1.0f : x);
-}
-inline float Lerp(float a, float b, float t) {
-    return a + (b - a) * t;
-}
+inline float Clamp01(float x) { return x < 0.0f ? 0.0f : (x > 1.0f ? 1.0f : x); }
+inline float Lerp(float a, float b, float t) { return a + (b - a) * t; }
 inline float SmoothStep(float edge0, float edge1, float x) {
     const float t = Clamp01((x - edge0) / (edge1 - edge0));
     return t * t * (3.0f - 2.0f * t);
 }
-inline float Abs(float x) {
-    return x < 0.0f ? -x : x;
-}
+inline float Abs(float x) { return x < 0.0f ? -x : x; }
 // Correctly rounded in IEEE arithmetic, so the same everywhere.
-inline float Sqrt(float x) {
-    return x > 0.0f ? std::sqrt(x) : 0.0f;
-}
+inline float Sqrt(float x) { return x > 0.0f ? std::sqrt(x) : 0.0f; }
 // Triangle wave of period 1 between 0 and 1: a cheap stand-in for a sine.
 float Tri(float x);
 // x raised to a power between 0 and 4 by mixing neighbouring integer powers.
@@ -110,8 +98,7 @@ struct Field {
     int w = 0, h = 0;
     std::vector<float> v;
     Field() = default;
-    Field(int width, int height, float fill = 0.0f)
-        : w(width), h(height), v(size_t(width) * height, fill) {}
+    Field(int width, int height, float fill = 0.0f) : w(width), h(height), v(size_t(width) * height, fill) {}
     explicit Field(const Canvas& c, float fill = 0.0f) : Field(c.w, c.h, fill) {}
     float& operator()(int x, int y) { return v[size_t(y) * w + x]; }
     float operator()(int x, int y) const { return v[size_t(y) * w + x]; }
@@ -124,8 +111,7 @@ template <typename F> void Fill(Field& out, const Canvas& c, F f) {
     for (int y = 0; y < c.h; ++y) {
         const float vv = c.V(y);
         float* row = &out.v[size_t(y) * c.w];
-        for (int x = 0; x < c.w; ++x)
-            row[x] = f(c.U(x), vv);
+        for (int x = 0; x < c.w; ++x) row[x] = f(c.U(x), vv);
     }
 }
 
@@ -144,8 +130,7 @@ void Remap(Field& f, float from0, float from1, float to0 = 0.0f, float to1 = 1.0
 
 // Lambert shading of a height field: heights 0..1, `strength` in height per unit
 // slope. Light from the upper left by default. Flat = lz.
-Field Shade(const Field& height, const Canvas& c, float strength, float lx = -0.5f,
-            float ly = -0.6f, float lz = 0.62f);
+Field Shade(const Field& height, const Canvas& c, float strength, float lx = -0.5f, float ly = -0.6f, float lz = 0.62f);
 
 // Anti-aliased strokes in unit coordinates, written into a coverage mask with max, so
 // that joints and crossings never double up.
@@ -153,18 +138,13 @@ struct StrokePoint {
     float x, y, radius, alpha;
 };
 void DrawStroke(Field& mask, const Canvas& c, const std::vector<StrokePoint>& pts);
-void DrawDisc(Field& mask, const Canvas& c, float x, float y, float radius, float alpha,
-              float softness = 1.0f);
+void DrawDisc(Field& mask, const Canvas& c, float x, float y, float radius, float alpha, float softness = 1.0f);
 
 struct Rgb {
     float r, g, b;
 };
-inline Rgb Mix(Rgb a, Rgb b, float t) {
-    return {Lerp(a.r, b.r, t), Lerp(a.g, b.g, t), Lerp(a.b, b.b, t)};
-}
-inline Rgb Scale(Rgb a, float s) {
-    return {a.r * s, a.g * s, a.b * s};
-}
+inline Rgb Mix(Rgb a, Rgb b, float t) { return {Lerp(a.r, b.r, t), Lerp(a.g, b.g, t), Lerp(a.b, b.b, t)}; }
+inline Rgb Scale(Rgb a, float s) { return {a.r * s, a.g * s, a.b * s}; }
 // Colours 0..255 at positions 0..1, in rising order.
 struct RampStop {
     float at;
@@ -198,8 +178,7 @@ template <typename F> Field FillCoarse(const Canvas& c, int step, F f) {
     Field out(c);
     const float inv = 1.0f / float(step);
     for (int y = 0; y < c.h; ++y)
-        for (int x = 0; x < c.w; ++x)
-            out(x, y) = grid.Sample(float(x) * inv, float(y) * inv);
+        for (int x = 0; x < c.w; ++x) out(x, y) = grid.Sample(float(x) * inv, float(y) * inv);
     return out;
 }
 

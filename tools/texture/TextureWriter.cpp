@@ -45,8 +45,7 @@ struct FileCloser {
 
 // Deflates `size` bytes and hands each finished chunk to `sink`. zlib's avail_in is
 // 32 bits wide, so the input is fed in slices.
-template <typename Sink>
-bool DeflateTo(const uint8_t* data, uint64_t size, int level, std::string& error, Sink sink) {
+template <typename Sink> bool DeflateTo(const uint8_t* data, uint64_t size, int level, std::string& error, Sink sink) {
     z_stream zs{};
     if (deflateInit(&zs, level) != Z_OK) {
         error = "cannot initialise zlib";
@@ -85,8 +84,7 @@ bool DeflateTo(const uint8_t* data, uint64_t size, int level, std::string& error
 
 bool CheckTextureSize(uint32_t width, uint32_t height, uint32_t planes, std::string& error) {
     if (width == 0 || height == 0) {
-        error =
-            "texture size " + std::to_string(width) + " by " + std::to_string(height) + " is empty";
+        error = "texture size " + std::to_string(width) + " by " + std::to_string(height) + " is empty";
         return false;
     }
     if (planes != 1 && planes != 3) {
@@ -102,8 +100,8 @@ bool CheckTextureSize(uint32_t width, uint32_t height, uint32_t planes, std::str
     return true;
 }
 
-std::vector<uint8_t> BuildTextureHeader(uint32_t width, uint32_t height, uint32_t planes,
-                                        const TextureInfo& info, TextureHeaderForm form) {
+std::vector<uint8_t> BuildTextureHeader(uint32_t width, uint32_t height, uint32_t planes, const TextureInfo& info,
+                                        TextureHeaderForm form) {
     if (form == TextureHeaderForm::Legacy) {
         std::vector<uint8_t> h(kLegacyHeaderSize, 0);
         PutBe32(&h[0], kLegacyMagic);
@@ -123,25 +121,22 @@ std::vector<uint8_t> BuildTextureHeader(uint32_t width, uint32_t height, uint32_
     return h;
 }
 
-bool EncodeTexture(uint32_t width, uint32_t height, uint32_t planes, const uint8_t* planar,
-                   const TextureInfo& info, TextureHeaderForm form, std::vector<uint8_t>& out,
-                   std::string& error, int level) {
+bool EncodeTexture(uint32_t width, uint32_t height, uint32_t planes, const uint8_t* planar, const TextureInfo& info,
+                   TextureHeaderForm form, std::vector<uint8_t>& out, std::string& error, int level) {
     if (!CheckTextureSize(width, height, planes, error)) return false;
     if (!planar) {
         error = "no pixel data";
         return false;
     }
     out = BuildTextureHeader(width, height, planes, info, form);
-    return DeflateTo(planar, uint64_t(width) * height * planes, level, error,
-                     [&](const uint8_t* p, size_t n) {
-                         out.insert(out.end(), p, p + n);
-                         return true;
-                     });
+    return DeflateTo(planar, uint64_t(width) * height * planes, level, error, [&](const uint8_t* p, size_t n) {
+        out.insert(out.end(), p, p + n);
+        return true;
+    });
 }
 
-bool WriteTextureFile(const std::string& path, uint32_t width, uint32_t height, uint32_t planes,
-                      const uint8_t* planar, const TextureInfo& info, TextureHeaderForm form,
-                      std::string& error, int level) {
+bool WriteTextureFile(const std::string& path, uint32_t width, uint32_t height, uint32_t planes, const uint8_t* planar,
+                      const TextureInfo& info, TextureHeaderForm form, std::string& error, int level) {
     if (!CheckTextureSize(width, height, planes, error)) return false;
     if (!planar) {
         error = "no pixel data";
@@ -151,8 +146,7 @@ bool WriteTextureFile(const std::string& path, uint32_t width, uint32_t height, 
     // never sees half a file and two writers of the same file never mix their bytes.
     const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
     const size_t self = std::hash<std::thread::id>()(std::this_thread::get_id());
-    const std::string partial =
-        path + "." + std::to_string(uint64_t(stamp) ^ uint64_t(self)) + ".part";
+    const std::string partial = path + "." + std::to_string(uint64_t(stamp) ^ uint64_t(self)) + ".part";
     std::unique_ptr<FILE, FileCloser> file(std::fopen(partial.c_str(), "wb"));
     if (!file) {
         error = "cannot create " + partial + ": " + std::strerror(errno);
@@ -161,9 +155,8 @@ bool WriteTextureFile(const std::string& path, uint32_t width, uint32_t height, 
     const std::vector<uint8_t> header = BuildTextureHeader(width, height, planes, info, form);
     bool ok = std::fwrite(header.data(), 1, header.size(), file.get()) == header.size();
     if (ok) {
-        ok = DeflateTo(
-            planar, uint64_t(width) * height * planes, level, error,
-            [&](const uint8_t* p, size_t n) { return std::fwrite(p, 1, n, file.get()) == n; });
+        ok = DeflateTo(planar, uint64_t(width) * height * planes, level, error,
+                       [&](const uint8_t* p, size_t n) { return std::fwrite(p, 1, n, file.get()) == n; });
     }
     ok = std::fclose(file.release()) == 0 && ok;
     if (!ok) {
@@ -201,8 +194,8 @@ bool ParseTextureHeader(const uint8_t* bytes, size_t size, TextureHeader& out, s
         out.payloadOffset = kLegacyHeaderSize;
         return true;
     }
-    error = size < kLegacyHeaderSize ? "file too short for a texture header"
-                                     : "not a texture file (unknown magic bytes)";
+    error =
+        size < kLegacyHeaderSize ? "file too short for a texture header" : "not a texture file (unknown magic bytes)";
     return false;
 }
 
@@ -218,18 +211,16 @@ bool ReadTextureHeader(const std::string& path, TextureHeader& out, std::string&
 }
 
 const char* EffectCategoryName(unsigned bit) {
-    static const char* const names[] = {
-        "Animal Patterns", "Distress (Heavy)", "Distress (Light)", "Distress (Medium)",
-        "Ephemeral",       "Erosion (Heavy)",  "Erosion (Light)",  "Erosion (Medium)",
-        "Fabrics",         "Industrial",       "Leather",          "Metals",
-        "Papers",          "Scratches",        "Stone/Minerals",   "Texture (Heavy)",
-        "Texture (Light)", "Texture (Medium)", "Weathered/Aged",   "Woods"};
+    static const char* const names[] = {"Animal Patterns", "Distress (Heavy)", "Distress (Light)", "Distress (Medium)",
+                                        "Ephemeral",       "Erosion (Heavy)",  "Erosion (Light)",  "Erosion (Medium)",
+                                        "Fabrics",         "Industrial",       "Leather",          "Metals",
+                                        "Papers",          "Scratches",        "Stone/Minerals",   "Texture (Heavy)",
+                                        "Texture (Light)", "Texture (Medium)", "Weathered/Aged",   "Woods"};
     if (bit < kFirstEffectBit || bit > kLastEffectBit) return nullptr;
     return names[bit - kFirstEffectBit];
 }
 
-bool ReadTextureFile(const std::string& path, TextureHeader& header, std::vector<uint8_t>& planar,
-                     std::string& error) {
+bool ReadTextureFile(const std::string& path, TextureHeader& header, std::vector<uint8_t>& planar, std::string& error) {
     std::unique_ptr<FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
     if (!file) {
         error = "cannot open " + path + ": " + std::strerror(errno);
@@ -283,8 +274,8 @@ bool ReadTextureFile(const std::string& path, TextureHeader& header, std::vector
     }
     inflateEnd(&zs);
     if (status != Z_STREAM_END || produced != expected) {
-        error = path + ": compressed planes are corrupt or truncated (" + std::to_string(produced) +
-                " of " + std::to_string(expected) + " bytes)";
+        error = path + ": compressed planes are corrupt or truncated (" + std::to_string(produced) + " of " +
+                std::to_string(expected) + " bytes)";
         return false;
     }
     return true;

@@ -28,19 +28,17 @@ constexpr uint64_t kMaxTextureSamples = uint64_t(1) << 30;
 bool CheckTextureSize(uint32_t width, uint32_t height, uint32_t planes, std::string& error);
 
 // The header bytes of either form, without the payload.
-std::vector<uint8_t> BuildTextureHeader(uint32_t width, uint32_t height, uint32_t planes,
-                                        const TextureInfo& info, TextureHeaderForm form);
+std::vector<uint8_t> BuildTextureHeader(uint32_t width, uint32_t height, uint32_t planes, const TextureInfo& info,
+                                        TextureHeaderForm form);
 
 // Builds a whole file in memory: header and compressed payload.
-bool EncodeTexture(uint32_t width, uint32_t height, uint32_t planes, const uint8_t* planar,
-                   const TextureInfo& info, TextureHeaderForm form, std::vector<uint8_t>& out,
-                   std::string& error, int level = 6);
+bool EncodeTexture(uint32_t width, uint32_t height, uint32_t planes, const uint8_t* planar, const TextureInfo& info,
+                   TextureHeaderForm form, std::vector<uint8_t>& out, std::string& error, int level = 6);
 
 // Writes a file. planes is 1 (grey) or 3 (colour); `planar` holds width*height*planes
 // bytes, plane after plane. The file appears under `path` only when complete.
-bool WriteTextureFile(const std::string& path, uint32_t width, uint32_t height, uint32_t planes,
-                      const uint8_t* planar, const TextureInfo& info, TextureHeaderForm form,
-                      std::string& error, int level = 6);
+bool WriteTextureFile(const std::string& path, uint32_t width, uint32_t height, uint32_t planes, const uint8_t* planar,
+                      const TextureInfo& info, TextureHeaderForm form, std::string& error, int level = 6);
 
 struct TextureHeader {
     TextureHeaderForm form = TextureHeaderForm::Current;
@@ -57,8 +55,7 @@ bool ReadTextureHeader(const std::string& path, TextureHeader& out, std::string&
 
 // Reads a whole file for the tools: header and inflated planes (1 or 3 of them,
 // width*height bytes each). Fails on a stream shorter than the header promises.
-bool ReadTextureFile(const std::string& path, TextureHeader& header, std::vector<uint8_t>& planar,
-                     std::string& error);
+bool ReadTextureFile(const std::string& path, TextureHeader& header, std::vector<uint8_t>& planar, std::string& error);
 
 // Name of effect category `bit` (1 to 20) as the drawer lists it, or nullptr.
 const char* EffectCategoryName(unsigned bit);

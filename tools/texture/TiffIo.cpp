@@ -108,8 +108,7 @@ bool ReadTiff(const std::string& path, Image& out, std::string& error, ImageRead
             }
             if (s == 0) out.pixels.resize(size_t(y + 1) * rowBytes);
             uint8_t* row = out.pixels.data() + size_t(y) * rowBytes;
-            if (planes == 1)
-                std::copy(line.begin(), line.begin() + expected, row);
+            if (planes == 1) std::copy(line.begin(), line.begin() + expected, row);
             else
                 for (uint32_t x = 0; x < out.width; ++x) row[size_t(x) * n + s] = line[x];
         }
@@ -120,7 +119,8 @@ bool ReadTiff(const std::string& path, Image& out, std::string& error, ImageRead
     if (!options.keepAlpha && n > colours) {
         std::vector<uint8_t> flat(size_t(out.width) * out.height * colours);
         for (size_t i = 0, o = 0; o < flat.size(); i += n, o += colours)
-            std::copy(out.pixels.begin() + ptrdiff_t(i), out.pixels.begin() + ptrdiff_t(i + colours), flat.begin() + ptrdiff_t(o));
+            std::copy(out.pixels.begin() + ptrdiff_t(i), out.pixels.begin() + ptrdiff_t(i + colours),
+                      flat.begin() + ptrdiff_t(o));
         out.pixels = std::move(flat);
         out.channels = colours;
     }
@@ -147,7 +147,9 @@ bool WriteTiff(const std::string& path, const Image& image, std::string& error) 
     TIFFSetField(f, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
     TIFFSetField(f, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
     TIFFSetField(f, TIFFTAG_PHOTOMETRIC,
-                 image.cmyk ? PHOTOMETRIC_SEPARATED : colours == 3 ? PHOTOMETRIC_RGB : PHOTOMETRIC_MINISBLACK);
+                 image.cmyk     ? PHOTOMETRIC_SEPARATED
+                 : colours == 3 ? PHOTOMETRIC_RGB
+                                : PHOTOMETRIC_MINISBLACK);
     if (image.cmyk) TIFFSetField(f, TIFFTAG_INKSET, INKSET_CMYK);
     if (n > colours) {
         const uint16_t extra[1] = {EXTRASAMPLE_UNASSALPHA};

@@ -21,12 +21,11 @@ namespace {
 constexpr int kUsage = 1, kBadInput = 2, kBadOutput = 3;
 
 int Usage() {
-    std::fprintf(stderr,
-                 "usage: qz-texture pack IMAGE OUT.qzt [--grey] [--set-id N] [--effects BITS] "
-                 "[--legacy]\n"
-                 "       qz-texture info FILE...\n"
-                 "       qz-texture unpack FILE.qzt OUT.png [--crop X Y W H]\n"
-                 "IMAGE is a PNG or JPEG; BITS is the effect mask, decimal or 0x hexadecimal.\n");
+    std::fprintf(stderr, "usage: qz-texture pack IMAGE OUT.qzt [--grey] [--set-id N] [--effects BITS] "
+                         "[--legacy]\n"
+                         "       qz-texture info FILE...\n"
+                         "       qz-texture unpack FILE.qzt OUT.png [--crop X Y W H]\n"
+                         "IMAGE is a PNG or JPEG; BITS is the effect mask, decimal or 0x hexadecimal.\n");
     return kUsage;
 }
 
@@ -91,13 +90,11 @@ int Pack(int argc, char** argv) {
             planar[2 * n + i] = p[2];
         }
     }
-    if (!WriteTextureFile(output, image.width, image.height, planes, planar.data(), info, form,
-                          error)) {
+    if (!WriteTextureFile(output, image.width, image.height, planes, planar.data(), info, form, error)) {
         std::fprintf(stderr, "qz-texture: %s\n", error.c_str());
         return kBadOutput;
     }
-    std::printf("%s: %u x %u, %u plane%s\n", output.c_str(), image.width, image.height, planes,
-                planes == 1 ? "" : "s");
+    std::printf("%s: %u x %u, %u plane%s\n", output.c_str(), image.width, image.height, planes, planes == 1 ? "" : "s");
     return 0;
 }
 
@@ -117,16 +114,13 @@ int Info(int argc, char** argv) {
                                                          : "legacy (16 bytes, big-endian)",
                     h.width, h.height, h.planes, h.planes == 1 ? "grey" : "colour");
         if (h.form == TextureHeaderForm::Legacy) continue;
-        std::printf("  set id: %u\n  extra: %u\n  effects: 0x%08X", h.info.setId, h.info.extra,
-                    h.info.effectMask);
+        std::printf("  set id: %u\n  extra: %u\n  effects: 0x%08X", h.info.setId, h.info.extra, h.info.effectMask);
         const char* sep = " ";
         for (unsigned bit = 0; bit < 32; ++bit) {
             if (!(h.info.effectMask & (1u << bit))) continue;
             const char* name = EffectCategoryName(bit);
-            if (name)
-                std::printf("%s%s", sep, name);
-            else
-                std::printf("%s(bit %u, no category)", sep, bit);
+            if (name) std::printf("%s%s", sep, name);
+            else std::printf("%s(bit %u, no category)", sep, bit);
             sep = ", ";
         }
         std::printf("%s\n", h.info.effectMask ? "" : " (no category)");
@@ -145,12 +139,11 @@ int Unpack(int argc, char** argv) {
     }
     uint32_t x0 = 0, y0 = 0, w = h.width, hh = h.height;
     if (argc == 7) {
-        if (std::strcmp(argv[2], "--crop") != 0 || !ParseU32(argv[3], x0) ||
-            !ParseU32(argv[4], y0) || !ParseU32(argv[5], w) || !ParseU32(argv[6], hh))
+        if (std::strcmp(argv[2], "--crop") != 0 || !ParseU32(argv[3], x0) || !ParseU32(argv[4], y0) ||
+            !ParseU32(argv[5], w) || !ParseU32(argv[6], hh))
             return Usage();
         if (x0 >= h.width || y0 >= h.height || w == 0 || hh == 0) {
-            std::fprintf(stderr, "qz-texture: crop lies outside the %u x %u texture\n", h.width,
-                         h.height);
+            std::fprintf(stderr, "qz-texture: crop lies outside the %u x %u texture\n", h.width, h.height);
             return kUsage;
         }
         w = std::min(w, h.width - x0);

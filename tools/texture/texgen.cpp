@@ -58,8 +58,7 @@ int main(int argc, char** argv) {
     std::error_code ec;
     std::filesystem::create_directories(outDir, ec);
     if (ec) {
-        std::fprintf(stderr, "qz-texgen: cannot create %s: %s\n", outDir.c_str(),
-                     ec.message().c_str());
+        std::fprintf(stderr, "qz-texgen: cannot create %s: %s\n", outDir.c_str(), ec.message().c_str());
         return 2;
     }
 
@@ -76,8 +75,7 @@ int main(int argc, char** argv) {
             bool ok = tex.planes == entry.planes;
             if (!ok) error = "generator made " + std::to_string(tex.planes) + " planes";
             ok = ok && WriteTextureFile(outDir + "/" + entry.name, uint32_t(tex.w), uint32_t(tex.h),
-                                        uint32_t(tex.planes), tex.data.data(),
-                                        {entry.setId, 0, entry.effectMask},
+                                        uint32_t(tex.planes), tex.data.data(), {entry.setId, 0, entry.effectMask},
                                         TextureHeaderForm::Current, error, kLevel);
             std::lock_guard<std::mutex> lock(printing);
             if (!ok) {
@@ -90,11 +88,8 @@ int main(int argc, char** argv) {
         }
     };
     std::vector<std::thread> threads;
-    for (unsigned t = 0; t < jobs && t < todo.size(); ++t)
-        threads.emplace_back(worker);
-    for (std::thread& t : threads)
-        t.join();
-    std::printf("qz-texgen: %zu textures in %.1f s with %u jobs\n", todo.size(), Seconds(start),
-                jobs);
+    for (unsigned t = 0; t < jobs && t < todo.size(); ++t) threads.emplace_back(worker);
+    for (std::thread& t : threads) t.join();
+    std::printf("qz-texgen: %zu textures in %.1f s with %u jobs\n", todo.size(), Seconds(start), jobs);
     return failed ? 2 : 0;
 }

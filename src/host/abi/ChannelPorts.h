@@ -26,11 +26,9 @@ constexpr int16 kCurrentChannelPortProcsCount = 3;
 struct ChannelPortProcs {
     int16 channelPortProcsVersion;
     int16 numChannelPortProcs;
-    OSErr(QZ_HOSTCALL* readPixelsProc)(PIChannelPort port, const PSScaling* scaling,
-                                       const VRect* writeRect, const PixelMemoryDesc* destination,
-                                       VRect* wroteRect);
-    OSErr(QZ_HOSTCALL* writeBasePixelsProc)(PIChannelPort port, VRect* writeRect,
-                                            const PixelMemoryDesc* source);
+    OSErr(QZ_HOSTCALL* readPixelsProc)(PIChannelPort port, const PSScaling* scaling, const VRect* writeRect,
+                                       const PixelMemoryDesc* destination, VRect* wroteRect);
+    OSErr(QZ_HOSTCALL* writeBasePixelsProc)(PIChannelPort port, VRect* writeRect, const PixelMemoryDesc* source);
     OSErr(QZ_HOSTCALL* readPortForWritePortProc)(PIChannelPort* readPort, PIChannelPort writePort);
 };
 

@@ -30,35 +30,28 @@ struct ReadDescriptorProcs {
     int16 readDescriptorProcsVersion;
     int16 numReadDescriptorProcs;
     // keyArray is 0-terminated; the host overwrites each entry as its key is read.
-    PIReadDescriptor(QZ_HOSTCALL* openReadDescriptorProc)(PIDescriptorHandle descriptor,
-                                                          DescriptorKeyID* keyArray);
+    PIReadDescriptor(QZ_HOSTCALL* openReadDescriptorProc)(PIDescriptorHandle descriptor, DescriptorKeyID* keyArray);
     // Returns the most serious error seen while reading.
     OSErr(QZ_HOSTCALL* closeReadDescriptorProc)(PIReadDescriptor reader);
     // True while keys remain.
-    Boolean(QZ_HOSTCALL* getKeyProc)(PIReadDescriptor reader, DescriptorKeyID* key, DescType* type,
-                                     int32* flags);
+    Boolean(QZ_HOSTCALL* getKeyProc)(PIReadDescriptor reader, DescriptorKeyID* key, DescType* type, int32* flags);
     OSErr(QZ_HOSTCALL* getIntegerProc)(PIReadDescriptor reader, int32* value);
     OSErr(QZ_HOSTCALL* getFloatProc)(PIReadDescriptor reader, real64* value);
-    OSErr(QZ_HOSTCALL* getUnitFloatProc)(PIReadDescriptor reader, DescriptorUnitID* unit,
-                                         real64* value);
+    OSErr(QZ_HOSTCALL* getUnitFloatProc)(PIReadDescriptor reader, DescriptorUnitID* unit, real64* value);
     OSErr(QZ_HOSTCALL* getBooleanProc)(PIReadDescriptor reader, Boolean* value);
     OSErr(QZ_HOSTCALL* getTextProc)(PIReadDescriptor reader, Handle* value);
     OSErr(QZ_HOSTCALL* getAliasProc)(PIReadDescriptor reader, Handle* value);
     OSErr(QZ_HOSTCALL* getEnumeratedProc)(PIReadDescriptor reader, DescriptorEnumID* value);
     OSErr(QZ_HOSTCALL* getClassProc)(PIReadDescriptor reader, DescType* value);
-    OSErr(QZ_HOSTCALL* getSimpleReferenceProc)(PIReadDescriptor reader,
-                                               PIDescriptorSimpleReference* value);
-    OSErr(QZ_HOSTCALL* getObjectProc)(PIReadDescriptor reader, DescType* type,
-                                      PIDescriptorHandle* value);
+    OSErr(QZ_HOSTCALL* getSimpleReferenceProc)(PIReadDescriptor reader, PIDescriptorSimpleReference* value);
+    OSErr(QZ_HOSTCALL* getObjectProc)(PIReadDescriptor reader, DescType* type, PIDescriptorHandle* value);
     OSErr(QZ_HOSTCALL* getCountProc)(PIReadDescriptor reader, uint32* value);
     OSErr(QZ_HOSTCALL* getStringProc)(PIReadDescriptor reader, Str255* value);
-    OSErr(QZ_HOSTCALL* getPinnedIntegerProc)(PIReadDescriptor reader, int32 min, int32 max,
-                                             int32* value);
-    OSErr(QZ_HOSTCALL* getPinnedFloatProc)(PIReadDescriptor reader, const real64* min,
-                                           const real64* max, real64* value);
-    OSErr(QZ_HOSTCALL* getPinnedUnitFloatProc)(PIReadDescriptor reader, const real64* min,
-                                               const real64* max, DescriptorUnitID* unit,
-                                               real64* value);
+    OSErr(QZ_HOSTCALL* getPinnedIntegerProc)(PIReadDescriptor reader, int32 min, int32 max, int32* value);
+    OSErr(QZ_HOSTCALL* getPinnedFloatProc)(PIReadDescriptor reader, const real64* min, const real64* max,
+                                           real64* value);
+    OSErr(QZ_HOSTCALL* getPinnedUnitFloatProc)(PIReadDescriptor reader, const real64* min, const real64* max,
+                                               DescriptorUnitID* unit, real64* value);
 };
 
 constexpr int16 kCurrentWriteDescriptorProcsVersion = 0;
@@ -68,19 +61,16 @@ struct WriteDescriptorProcs {
     int16 writeDescriptorProcsVersion;
     int16 numWriteDescriptorProcs;
     PIWriteDescriptor(QZ_HOSTCALL* openWriteDescriptorProc)(void);
-    OSErr(QZ_HOSTCALL* closeWriteDescriptorProc)(PIWriteDescriptor writer,
-                                                 PIDescriptorHandle* descriptor);
+    OSErr(QZ_HOSTCALL* closeWriteDescriptorProc)(PIWriteDescriptor writer, PIDescriptorHandle* descriptor);
     OSErr(QZ_HOSTCALL* putIntegerProc)(PIWriteDescriptor writer, DescriptorKeyID key, int32 value);
-    OSErr(QZ_HOSTCALL* putFloatProc)(PIWriteDescriptor writer, DescriptorKeyID key,
-                                     const real64* value);
-    OSErr(QZ_HOSTCALL* putUnitFloatProc)(PIWriteDescriptor writer, DescriptorKeyID key,
-                                         DescriptorUnitID unit, const real64* value);
-    OSErr(QZ_HOSTCALL* putBooleanProc)(PIWriteDescriptor writer, DescriptorKeyID key,
-                                       Boolean value);
+    OSErr(QZ_HOSTCALL* putFloatProc)(PIWriteDescriptor writer, DescriptorKeyID key, const real64* value);
+    OSErr(QZ_HOSTCALL* putUnitFloatProc)(PIWriteDescriptor writer, DescriptorKeyID key, DescriptorUnitID unit,
+                                         const real64* value);
+    OSErr(QZ_HOSTCALL* putBooleanProc)(PIWriteDescriptor writer, DescriptorKeyID key, Boolean value);
     OSErr(QZ_HOSTCALL* putTextProc)(PIWriteDescriptor writer, DescriptorKeyID key, Handle value);
     OSErr(QZ_HOSTCALL* putAliasProc)(PIWriteDescriptor writer, DescriptorKeyID key, Handle value);
-    OSErr(QZ_HOSTCALL* putEnumeratedProc)(PIWriteDescriptor writer, DescriptorKeyID key,
-                                          DescType type, DescriptorEnumID value);
+    OSErr(QZ_HOSTCALL* putEnumeratedProc)(PIWriteDescriptor writer, DescriptorKeyID key, DescType type,
+                                          DescriptorEnumID value);
     OSErr(QZ_HOSTCALL* putClassProc)(PIWriteDescriptor writer, DescriptorKeyID key, DescType value);
     OSErr(QZ_HOSTCALL* putSimpleReferenceProc)(PIWriteDescriptor writer, DescriptorKeyID key,
                                                const PIDescriptorSimpleReference* value);
@@ -88,13 +78,11 @@ struct WriteDescriptorProcs {
                                       PIDescriptorHandle value);
     OSErr(QZ_HOSTCALL* putCountProc)(PIWriteDescriptor writer, DescriptorKeyID key, uint32 value);
     // A length byte followed by up to 255 single-byte characters.
-    OSErr(QZ_HOSTCALL* putStringProc)(PIWriteDescriptor writer, DescriptorKeyID key,
-                                      const unsigned char* value);
+    OSErr(QZ_HOSTCALL* putStringProc)(PIWriteDescriptor writer, DescriptorKeyID key, const unsigned char* value);
     // The two scoped puts are not meant for plug-ins.
-    OSErr(QZ_HOSTCALL* putScopedClassProc)(PIWriteDescriptor writer, DescriptorKeyID key,
-                                           DescType value);
-    OSErr(QZ_HOSTCALL* putScopedObjectProc)(PIWriteDescriptor writer, DescriptorKeyID key,
-                                            DescType type, PIDescriptorHandle value);
+    OSErr(QZ_HOSTCALL* putScopedClassProc)(PIWriteDescriptor writer, DescriptorKeyID key, DescType value);
+    OSErr(QZ_HOSTCALL* putScopedObjectProc)(PIWriteDescriptor writer, DescriptorKeyID key, DescType type,
+                                            PIDescriptorHandle value);
 };
 
 // ---- Parameters record (natural alignment), reached through descriptorParameters ----

@@ -80,14 +80,14 @@ typedef void(QZ_HOSTCALL* ProgressProc)(int32 done, int32 total);
 typedef void(QZ_HOSTCALL* HostProc)(int16 selector, intptr_t* data);
 typedef void(QZ_HOSTCALL* ProcessEventProc)(void* event);
 // platformContext is the target HDC on Windows.
-typedef OSErr(QZ_HOSTCALL* DisplayPixelsProc)(const PSPixelMap* source, const VRect* srcRect,
-                                              int32 dstRow, int32 dstCol, void* platformContext);
+typedef OSErr(QZ_HOSTCALL* DisplayPixelsProc)(const PSPixelMap* source, const VRect* srcRect, int32 dstRow,
+                                              int32 dstCol, void* platformContext);
 typedef OSErr(QZ_HOSTCALL* AdvanceStateProc)(void);
 typedef OSErr(QZ_HOSTCALL* ColorServicesProc)(ColorServicesInfo* info);
-typedef OSErr(QZ_HOSTCALL* GetPropertyProc)(PIType signature, PIType key, int32 index,
-                                            intptr_t* simpleProperty, Handle* complexProperty);
-typedef OSErr(QZ_HOSTCALL* SetPropertyProc)(PIType signature, PIType key, int32 index,
-                                            intptr_t simpleProperty, Handle complexProperty);
+typedef OSErr(QZ_HOSTCALL* GetPropertyProc)(PIType signature, PIType key, int32 index, intptr_t* simpleProperty,
+                                            Handle* complexProperty);
+typedef OSErr(QZ_HOSTCALL* SetPropertyProc)(PIType signature, PIType key, int32 index, intptr_t simpleProperty,
+                                            Handle complexProperty);
 
 // ---- Callback tables (natural alignment; check the count before using a slot) ----
 

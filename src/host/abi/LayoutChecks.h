@@ -8,9 +8,8 @@
 #include "host/abi/ChannelPorts.h"
 #include "host/abi/Suites.h"
 
-#define QZ_CHECK_FIELD(type, field, offset, size)                                                  \
-    static_assert(offsetof(type, field) == (offset) && sizeof(type::field) == (size),              \
-                  #type "::" #field)
+#define QZ_CHECK_FIELD(type, field, offset, size)                                                                      \
+    static_assert(offsetof(type, field) == (offset) && sizeof(type::field) == (size), #type "::" #field)
 #define QZ_CHECK_SLOT(type, slot, index) QZ_CHECK_FIELD(type, slot, 8 * (index), 8)
 #define QZ_CHECK_SIZE(type, size) static_assert(sizeof(type) == (size), "sizeof " #type)
 

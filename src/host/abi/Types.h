@@ -118,4 +118,3 @@ typedef struct OpaqueChannelPort* PIChannelPort;
 typedef struct OpaqueBuffer* BufferID;
 typedef struct OpaqueZString* ASZString;
 typedef struct OpaqueColorID* ColorID;
-

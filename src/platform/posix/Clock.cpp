@@ -2,6 +2,4 @@
 
 #include <ctime>
 
-int64_t CurrentTimeSeconds() noexcept {
-    return static_cast<int64_t>(std::time(nullptr));
-}
+int64_t CurrentTimeSeconds() noexcept { return static_cast<int64_t>(std::time(nullptr)); }

@@ -33,8 +33,7 @@ bool GlobMatch(const char* pattern, const char* name) {
             return false;
         }
     }
-    while (*pattern == '*')
-        ++pattern;
+    while (*pattern == '*') ++pattern;
     return *pattern == '\0';
 }
 
@@ -50,8 +49,7 @@ bool IsDotEntry(const std::string& name) { return name == "." || name == ".."; }
 
 } // namespace
 
-bool ListFolder(const std::string& folder, const std::string& pattern,
-                std::vector<FolderEntry>& entries) noexcept {
+bool ListFolder(const std::string& folder, const std::string& pattern, std::vector<FolderEntry>& entries) noexcept {
     entries.clear();
     try {
         std::string base = folder.empty() ? "." : folder;

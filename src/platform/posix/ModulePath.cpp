@@ -25,8 +25,8 @@ std::string SystemModulePath() {
     auto* self = reinterpret_cast<void*>(&SystemModulePath);
     // For the main program the loader reports argv[0], which may be a bare name
     // found through PATH; /proc/self/exe is the reliable answer there.
-    if (dladdr1(self, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) != 0 && map &&
-        map->l_name && map->l_name[0] != '\0' && info.dli_fname) {
+    if (dladdr1(self, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) != 0 && map && map->l_name &&
+        map->l_name[0] != '\0' && info.dli_fname) {
         std::string path = AbsolutePath(info.dli_fname);
         if (!path.empty()) return path;
     }

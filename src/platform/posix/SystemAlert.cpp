@@ -7,11 +7,9 @@ AlertAnswer ShowSystemAlert(const AlertRecord& alert, void* /*ownerWindow*/) noe
     std::fprintf(stderr, "%s: %s\n", alert.title.c_str(), alert.text.c_str());
     switch (alert.buttons) {
     case AlertButtons::Ok:
-    case AlertButtons::OkCancel:
-        return AlertAnswer::Ok;
+    case AlertButtons::OkCancel: return AlertAnswer::Ok;
     case AlertButtons::YesNo:
-    case AlertButtons::YesNoCancel:
-        break;
+    case AlertButtons::YesNoCancel: break;
     }
     return AlertAnswer::Yes;
 }

@@ -36,23 +36,19 @@ fs::path StoreFile() {
 std::vector<std::string> ReadLines(const fs::path& file) {
     std::vector<std::string> lines;
     std::ifstream in(file);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
     return lines;
 }
 
 // Splits at the last '=': names may hold spaces or '=', values are plain digits.
 bool LineHasName(const std::string& line, const char* name, std::string& value) {
     size_t eq = line.rfind('=');
-    if (eq == std::string::npos || line.compare(0, eq, name) != 0 || eq != std::strlen(name))
-        return false;
+    if (eq == std::string::npos || line.compare(0, eq, name) != 0 || eq != std::strlen(name)) return false;
     value = line.substr(eq + 1);
     return true;
 }
 
-bool ValidName(const char* name) {
-    return name && name[0] != '\0' && !std::strpbrk(name, "\r\n");
-}
+bool ValidName(const char* name) { return name && name[0] != '\0' && !std::strpbrk(name, "\r\n"); }
 
 } // namespace
 
@@ -69,8 +65,7 @@ uint32_t ReadUserValue(const char* name) noexcept {
             auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
             return (error == std::errc() && end == text.data() + text.size()) ? value : 0;
         }
-    } catch (...) {
-    }
+    } catch (...) {}
     return 0;
 }
 
@@ -100,8 +95,7 @@ bool WriteUserValue(const char* name, uint32_t value) noexcept {
         temp += ".tmp" + std::to_string(getpid());
         {
             std::ofstream out(temp, std::ios::trunc);
-            for (const std::string& line : lines)
-                out << line << '\n';
+            for (const std::string& line : lines) out << line << '\n';
             out.close();
             if (!out) {
                 fs::remove(temp, error);

@@ -22,8 +22,7 @@ bool IsFolder(const std::string& folder) {
 
 } // namespace
 
-bool ListFolder(const std::string& folder, const std::string& pattern,
-                std::vector<FolderEntry>& entries) noexcept {
+bool ListFolder(const std::string& folder, const std::string& pattern, std::vector<FolderEntry>& entries) noexcept {
     entries.clear();
     try {
         std::string query = folder;

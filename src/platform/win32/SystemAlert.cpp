@@ -6,30 +6,21 @@ namespace {
 
 UINT IconFlags(AlertIcon icon) {
     switch (icon) {
-    case AlertIcon::Information:
-        return MB_ICONINFORMATION;
-    case AlertIcon::Warning:
-        return MB_ICONWARNING;
-    case AlertIcon::Error:
-        return MB_ICONERROR;
-    case AlertIcon::Question:
-        return MB_ICONQUESTION;
-    case AlertIcon::None:
-        break;
+    case AlertIcon::Information: return MB_ICONINFORMATION;
+    case AlertIcon::Warning: return MB_ICONWARNING;
+    case AlertIcon::Error: return MB_ICONERROR;
+    case AlertIcon::Question: return MB_ICONQUESTION;
+    case AlertIcon::None: break;
     }
     return 0;
 }
 
 UINT ButtonFlags(AlertButtons buttons) {
     switch (buttons) {
-    case AlertButtons::OkCancel:
-        return MB_OKCANCEL;
-    case AlertButtons::YesNo:
-        return MB_YESNO;
-    case AlertButtons::YesNoCancel:
-        return MB_YESNOCANCEL;
-    case AlertButtons::Ok:
-        break;
+    case AlertButtons::OkCancel: return MB_OKCANCEL;
+    case AlertButtons::YesNo: return MB_YESNO;
+    case AlertButtons::YesNoCancel: return MB_YESNOCANCEL;
+    case AlertButtons::Ok: break;
     }
     return MB_OK;
 }
@@ -37,18 +28,13 @@ UINT ButtonFlags(AlertButtons buttons) {
 } // namespace
 
 AlertAnswer ShowSystemAlert(const AlertRecord& alert, void* ownerWindow) noexcept {
-    int result =
-        MessageBoxA(static_cast<HWND>(ownerWindow), alert.text.c_str(), alert.title.c_str(),
-                    IconFlags(alert.icon) | ButtonFlags(alert.buttons));
+    int result = MessageBoxA(static_cast<HWND>(ownerWindow), alert.text.c_str(), alert.title.c_str(),
+                             IconFlags(alert.icon) | ButtonFlags(alert.buttons));
     switch (result) {
-    case IDOK:
-        return AlertAnswer::Ok;
-    case IDYES:
-        return AlertAnswer::Yes;
-    case IDNO:
-        return AlertAnswer::No;
-    case IDCANCEL:
-        return AlertAnswer::Cancel;
+    case IDOK: return AlertAnswer::Ok;
+    case IDYES: return AlertAnswer::Yes;
+    case IDNO: return AlertAnswer::No;
+    case IDCANCEL: return AlertAnswer::Cancel;
     default:
         // 0: no box could be shown (no desktop); decline rather than guess.
         return DecliningAnswer(alert.buttons);

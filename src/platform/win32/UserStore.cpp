@@ -11,13 +11,11 @@ constexpr const char* kStoreKey = "SOFTWARE\\Quenzit\\Environment";
 uint32_t ReadUserValue(const char* name) noexcept {
     if (!name) return 0;
     HKEY key = nullptr;
-    if (RegOpenKeyExA(HKEY_CURRENT_USER, kStoreKey, 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS)
-        return 0;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, kStoreKey, 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS) return 0;
     DWORD type = 0;
     DWORD value = 0;
     DWORD size = sizeof(value);
-    LONG status =
-        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(&value), &size);
+    LONG status = RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(&value), &size);
     RegCloseKey(key);
     return (status == ERROR_SUCCESS && type == REG_DWORD && size == sizeof(value)) ? value : 0;
 }
@@ -25,12 +23,11 @@ uint32_t ReadUserValue(const char* name) noexcept {
 bool WriteUserValue(const char* name, uint32_t value) noexcept {
     if (!name) return false;
     HKEY key = nullptr;
-    if (RegCreateKeyExA(HKEY_CURRENT_USER, kStoreKey, 0, nullptr, REG_OPTION_NON_VOLATILE,
-                        KEY_SET_VALUE, nullptr, &key, nullptr) != ERROR_SUCCESS)
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, kStoreKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_SET_VALUE, nullptr, &key,
+                        nullptr) != ERROR_SUCCESS)
         return false;
     DWORD data = value;
-    LONG status =
-        RegSetValueExA(key, name, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&data), sizeof(data));
+    LONG status = RegSetValueExA(key, name, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&data), sizeof(data));
     RegCloseKey(key);
     return status == ERROR_SUCCESS;
 }
