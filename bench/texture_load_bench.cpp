@@ -2,9 +2,9 @@
 // run does it: inflate, enlarge to cover (2.5 times), orient, and the full-size prepare
 // that cuts the texture at its offsets. Reported per output pixel of the filter rectangle.
 #include "effects/EffectLayer.h"
-#include "host/Acquisition.h"
+#include "state/DialogState.h"
 #include "state/PathTable.h"
-#include "host/Session.h"
+#include "state/WorkImages.h"
 #include "raster/Raster.h"
 #include "effects/LayerTexture.h"
 
