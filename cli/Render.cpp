@@ -2,6 +2,7 @@
 
 #include "host/PluginMain.h"
 #include "hostsim/ColorSpace.h"
+#include "hostsim/Handles.h"
 #include "hostsim/Host.h"
 #include "hostsim/Registry.h"
 
@@ -129,6 +130,10 @@ RenderResult RenderPicture(const Picture& input, const RenderOptions& options, c
         result.message = "the plug-in returned " + std::to_string(err) + " (" + ErrorName(err) + ")";
         if (!host.ErrorString().empty()) result.message += ": " + host.ErrorString();
         return result;
+    }
+    if (const Handle block = host.Parameters(); block && *block) {
+        const auto* bytes = reinterpret_cast<const uint8_t*>(*block);
+        result.parameters.assign(bytes, bytes + HandleSize(block));
     }
     const Document& out = host.Doc();
     result.picture.width = uint32_t(out.width);

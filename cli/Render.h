@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 struct RenderOptions {
     bool flat = false;                                 // drop the picture's alpha
@@ -20,8 +21,9 @@ enum class RenderStatus { Done, BadInput, Failed };
 
 struct RenderResult {
     RenderStatus status = RenderStatus::Done;
-    std::string message; // why it did not work
-    Picture picture;     // the result when done: CMYK when the document was
+    std::string message;             // why it did not work
+    Picture picture;                 // the result when done: CMYK when the document was
+    std::vector<uint8_t> parameters; // the plug-in's parameter block as the run left it
 };
 
 // The document a picture makes (RGB, or CMYK for a CMYK picture), its alpha the layer's

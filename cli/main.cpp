@@ -2,9 +2,13 @@
 // hostsim, and the plug-in linked in here plays it as an action step with its dialog off.
 #include "ImageFiles.h"
 #include "ParameterArgs.h"
+#include "PresetNames.h"
 #include "Render.h"
 
+#include "state/Parameters.h"
+#include "state/PathTable.h"
 #include "platform/ModulePath.h"
+#include "presets/PresetFormat.h"
 
 #include <unistd.h>
 
@@ -39,6 +43,7 @@ const char kToolHelp[] = "Usage: quenzit COMMAND [options]\n"
                          "  render [options] INPUT...   distress pictures (quenzit render --help)\n"
                          "  params                      every parameter key with its field, type, default and range\n"
                          "  preset show FILE            the parameters a preset file sets\n"
+                         "  preset list [KIND]          the looks the data folder ships, by kind\n"
                          "  texture pack|info ...       texture files (.qzt): quenzit texture --help\n"
                          "\n"
                          "quenzit COMMAND --help tells more about a command.\n"
@@ -57,13 +62,15 @@ const char kRenderHelp[] =
     "  -o, --output PATH      output file for one input, or a folder for several (created if\n"
     "                         missing). Default: INPUT's name with -quenzit.png (.tif for a\n"
     "                         TIFF), beside it; in a folder, the input's name so.\n"
-    "  -p, --preset FILE      apply a preset file (.qztpst) of any kind; may repeat, applied in\n"
-    "                         order over the defaults. A colour preset sets the surface's three\n"
-    "                         colours, or the background's when it lies in a BackPalette folder\n"
+    "  -p, --preset FILE|NAME apply a preset file (.qztpst) of any kind, or a shipped look by\n"
+    "                         its name (\"Coffee Table on Bark\"; quenzit preset list shows them);\n"
+    "                         may repeat, applied in order over the defaults. A colour preset\n"
+    "                         sets the surface's three colours, or the background's when it lies\n"
+    "                         in a BackPalette folder\n"
     "  -s, --set KEY=VALUE    set one parameter by its four-character key (WTp1=2,\n"
     "                         WFN1=Rusted.qzt, SAp1=45.5, Cov1=-40); may repeat; applied last.\n"
     "                         Values outside a field's range are taken with a warning.\n"
-    "      --data DIR         the data folder (textures, presets), named Quenzit. Default:\n"
+    "      --data DIR         the data folder (textures, presets), of any name. Default:\n"
     "                         $QUENZIT_DATA, else ../data/Quenzit from this program's folder\n"
     "      --selection MASK   8-bit grey picture of the input's size: the selection (255 = in)\n"
     "      --cmyk             run an RGB picture as a CMYK document (converted by the host's\n"
@@ -72,11 +79,17 @@ const char kRenderHelp[] =
     "      --flat             ignore the picture's alpha and run a flat document\n"
     "      --random[=SEED]    the Auto look (random effects) instead of the defaults; without a\n"
     "                         SEED the clock chooses one, and it is printed\n"
+    "      --save-preset FILE write the look the first picture was rendered with (defaults,\n"
+    "                         presets, settings or an Auto look) as a preset file that -p and\n"
+    "                         the dialog read back; an Auto look depends on the library it drew\n"
+    "                         from, so keep the preset, not only the seed\n"
     "      --quiet            no progress bar (otherwise shown on stderr when it is a terminal)\n"
     "  -h, --help             this text\n"
     "\n"
     "Several inputs run one after the other; a failure on one is reported and the others\n"
-    "still run. Exit status: 0 all done; 1 usage error (nothing is rendered); 2 a file could\n"
+    "still run. Processes write nothing they share (no settings file, cache or registry), so\n"
+    "a batch may be split over as many processes as you like, on one data folder. Exit status: 0 all done; 1 usage "
+    "error (nothing is rendered); 2 a file could\n"
     "not be read or written; 3 the filter failed on a picture.\n";
 
 const char kParamsHelp[] = "Usage: quenzit params\n"
@@ -85,11 +98,13 @@ const char kParamsHelp[] = "Usage: quenzit params\n"
                            "travels as, its default and the range the dialog keeps to (- when there is none).\n"
                            "Booleans take true, false, 1 or 0; colours an integer, 0x hexadecimal allowed.\n";
 
-const char kPresetHelp[] = "Usage: quenzit preset show FILE\n"
+const char kPresetHelp[] = "Usage: quenzit preset show FILE|NAME [--data DIR]\n"
+                           "       quenzit preset list [KIND] [--data DIR]\n"
                            "\n"
-                           "Lists the fields a preset file (.qztpst) sets, with the values it gives them: key (- for\n"
-                           "fields without one), field and value. Link flags and the colours of colour presets are\n"
-                           "listed too.\n";
+                           "show lists the fields a preset file (.qztpst) sets, with the values it gives them: key\n"
+                           "(- for fields without one), field and value. Link flags and the colours of colour\n"
+                           "presets are listed too. list names the looks the data folder ships, kind first (Basic,\n"
+                           "Wash, Surface, Background, User, Colors, BackPalette); a name works with -p as a file.\n";
 
 int Usage(const std::string& message, const char* command = nullptr) {
     std::fprintf(stderr, "quenzit: %s\n(quenzit %s--help tells the options)\n", message.c_str(),
@@ -104,6 +119,43 @@ fs::path DefaultData() {
     const fs::path self = fs::read_symlink("/proc/self/exe", ec);
     if (ec) return {};
     return self.parent_path().parent_path() / "data" / "Quenzit";
+}
+
+// The plug-in reads its textures and presets from `dir`, whatever its name; its module
+// stands beside it.
+void UseDataFolder(const fs::path& dir) {
+    std::error_code ec;
+    fs::path data = fs::weakly_canonical(dir, ec);
+    if (ec || data.empty()) data = fs::absolute(dir, ec);
+    if (!data.has_filename()) data = data.parent_path();
+    SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+    SetDataFolderOverride(data.string());
+}
+
+// The look of a run, its parameter block as the plug-in left it, as a preset of every
+// effect; written aside and renamed, as pictures are.
+bool SaveLook(const std::string& path, const std::vector<uint8_t>& block, std::string& error) {
+    if (block.size() < sizeof(FilterParameters)) {
+        error = "the run left no parameters";
+        return false;
+    }
+    FilterParameters record;
+    std::memcpy(&record, block.data(), sizeof record);
+    FilterParameters* const saved = gParams;
+    gParams = &record;
+    const std::string part = path + ".part";
+    std::FILE* file = std::fopen(part.c_str(), "wb");
+    bool ok = file && WritePresetFile(file, PresetUser);
+    if (file && std::fclose(file) != 0) ok = false;
+    gParams = saved;
+    std::error_code ec;
+    if (ok) fs::rename(part, path, ec);
+    if (!ok || ec) {
+        error = ec ? ec.message() : std::strerror(errno);
+        fs::remove(part, ec);
+        return false;
+    }
+    return true;
 }
 
 // The bar of one picture, redrawn in place as the plug-in reports.
@@ -138,7 +190,7 @@ const char* OutputExtensionFor(const std::string& input) {
 
 int Render(int argc, char** argv) {
     std::vector<std::string> inputs, presets, settings;
-    std::string output, data, selection;
+    std::string output, data, selection, savePreset;
     bool flat = false, quiet = false, cmyk = false, optionsDone = false;
     std::optional<int64_t> randomSeed;
     for (int i = 0; i < argc; ++i) {
@@ -177,6 +229,8 @@ int Render(int argc, char** argv) {
             settings.push_back(v);
         } else if (arg == "--data") {
             if (!value(data)) return Usage("--data needs a folder", "render");
+        } else if (arg == "--save-preset") {
+            if (!value(savePreset)) return Usage("--save-preset needs a file", "render");
         } else if (arg == "--selection") {
             if (!value(selection)) return Usage("--selection needs a file", "render");
         } else if (arg == "--flat") {
@@ -241,15 +295,19 @@ int Render(int argc, char** argv) {
                      dataDir.string().c_str());
         return kExitInput;
     }
-    const fs::path canonicalData = fs::weakly_canonical(dataDir, ec);
-    if (canonicalData.filename() != "Quenzit")
-        return Usage(dataDir.string() + ": the data folder must be named Quenzit", "render");
-    // The plug-in finds its data folder beside its own module.
-    SetModuleFilePathOverride((canonicalData.parent_path() / "Quenzit64.8bf").string());
+    UseDataFolder(dataDir);
 
     if (randomSeed)
         std::fprintf(stderr, "quenzit: the Auto look of seed %lld (--random=%lld makes it again)\n",
                      static_cast<long long>(*randomSeed), static_cast<long long>(*randomSeed));
+    for (std::string& p : presets) {
+        std::string path, error;
+        if (!FindPresetFile(p, dataDir, path, error)) {
+            std::fprintf(stderr, "quenzit: %s\n", error.c_str());
+            return kExitInput;
+        }
+        p = path;
+    }
     if (!presets.empty() || randomSeed) {
         std::string error;
         if (!PutRecord(presets, randomSeed, played, error)) {
@@ -320,6 +378,13 @@ int Render(int argc, char** argv) {
             continue;
         }
         if (!quiet) std::printf("%s\n", out.string().c_str());
+        if (!savePreset.empty() && !r.parameters.empty()) {
+            if (!SaveLook(savePreset, r.parameters, error)) {
+                std::fprintf(stderr, "quenzit: %s: %s\n", savePreset.c_str(), error.c_str());
+                exitCode = std::max(exitCode, kExitInput);
+            }
+            savePreset.clear();
+        }
     }
     return exitCode;
 }
@@ -343,10 +408,32 @@ int Preset(int argc, char** argv) {
         std::fputs(kPresetHelp, stdout);
         return kExitOk;
     }
-    if (sub != "show" || argc != 2) return Usage("preset show needs one preset file", "preset");
-    std::string error;
-    if (!ShowPreset(argv[1], stdout, error)) {
-        std::fprintf(stderr, "quenzit: %s: %s\n", argv[1], error.c_str());
+    std::vector<std::string> args;
+    std::string data;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "--data" && i + 1 < argc) data = argv[++i];
+        else if (arg.compare(0, 7, "--data=") == 0) data = arg.substr(7);
+        else args.push_back(arg);
+    }
+    const fs::path dataDir = data.empty() ? DefaultData() : fs::path(data);
+    if (sub == "list") {
+        if (args.size() > 1) return Usage("preset list takes at most one kind", "preset");
+        if (!ListPresets(dataDir, args.empty() ? "" : args[0], stdout)) {
+            std::fprintf(stderr, "quenzit: %s: no looks of kind %s\n", (dataDir / "Presets").string().c_str(),
+                         args[0].c_str());
+            return kExitInput;
+        }
+        return kExitOk;
+    }
+    if (sub != "show" || args.size() != 1) return Usage("preset show needs one preset file or name", "preset");
+    std::string path, error;
+    if (!FindPresetFile(args[0], dataDir, path, error)) {
+        std::fprintf(stderr, "quenzit: %s\n", error.c_str());
+        return kExitInput;
+    }
+    if (!ShowPreset(path, stdout, error)) {
+        std::fprintf(stderr, "quenzit: %s: %s\n", path.c_str(), error.c_str());
         return kExitInput;
     }
     return kExitOk;

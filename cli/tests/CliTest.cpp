@@ -387,4 +387,67 @@ TEST_F(Quenzit, PresetShowListsWhatTheFileSets) {
     EXPECT_EQ(Quiet("preset show '" + At("none.qztpst") + "'").code, 2);
 }
 
+// Shipped looks by name, looks kept as presets, and a data folder of any name.
+TEST_F(Quenzit, LooksByNameAndSavedLooksReadBack) {
+    const std::string card = Write("card.png", Card(48, 32, 3));
+    const Outcome list = Quiet("preset list basic");
+    ASSERT_EQ(list.code, 0) << list.err;
+    EXPECT_NE(list.out.find("Basic        Coffee Table on Bark\n"), std::string::npos) << list.out;
+    EXPECT_EQ(list.out.find("Wash "), std::string::npos) << "one kind only";
+
+    const std::string shipped = (fs::path(QZ_DATA_DIR) / "Presets" / "Basic" / "Coffee_Table_on_Bark.qztpst").string();
+    // Another name and place for the library: a link named as users name their folders.
+    fs::create_directory_symlink(QZ_DATA_DIR, dir_ / "My Textures");
+    const std::string elsewhere = " --data '" + (dir_ / "My Textures").string() + "'";
+    ASSERT_EQ(Quiet("render '" + card + "' --quiet -p '" + shipped + "' -o '" + At("path.png") + "'").code, 0);
+    const Outcome byName =
+        Quiet("render '" + card + "' --quiet -p 'coffee table on bark'" + elsewhere + " -o '" + At("name.png") + "'");
+    ASSERT_EQ(byName.code, 0) << byName.err;
+    EXPECT_EQ(Slurp(At("path.png")), Slurp(At("name.png")));
+    const Outcome unknown = Quiet("render '" + card + "' -p 'Coffee Tabel' -o '" + At("none.png") + "'");
+    EXPECT_EQ(unknown.code, 2);
+    EXPECT_NE(unknown.err.find("Basic/Coffee Table on Bark"), std::string::npos) << "near matches: " << unknown.err;
+
+    // An Auto look, and a look of presets and settings, kept as presets: the same bytes again.
+    const std::pair<std::string, std::string> looks[] = {{"auto", "--random=1700000002"},
+                                                         {"mixed", "-p 'Coffee Table on Bark' -s Cov1=-35 -s WTp1=2"}};
+    for (const auto& [name, args] : looks) {
+        const std::string saved = At(name + ".qztpst");
+        const Outcome first = Quiet("render '" + card + "' --quiet " + args + " --save-preset '" + saved + "' -o '" +
+                                    At(name + "-1.png") + "'");
+        ASSERT_EQ(first.code, 0) << first.err;
+        ASSERT_EQ(Quiet("render '" + card + "' --quiet -p '" + saved + "' -o '" + At(name + "-2.png") + "'").code, 0);
+        EXPECT_EQ(Slurp(At(name + "-1.png")), Slurp(At(name + "-2.png"))) << name;
+    }
+}
+
+// A batch split over processes: four at once on one data folder give the bytes of serial
+// runs, and nothing is written beside or into the library.
+TEST_F(Quenzit, ProcessesAtOnceOnOneFolderMatchSerialRuns) {
+    const std::string card = Write("card.png", Card(96, 64, 4));
+    const fs::path data(QZ_DATA_DIR);
+    const auto tree = [&] {
+        std::vector<std::string> files;
+        for (const auto& e : fs::recursive_directory_iterator(data.parent_path())) files.push_back(e.path().string());
+        std::sort(files.begin(), files.end());
+        return files;
+    };
+    const std::vector<std::string> before = tree();
+    const std::string seeds[] = {"1700000002", "1700000005", "1700000031", "1700000777"};
+    std::string together;
+    for (const std::string& seed : seeds)
+        together += "'" + std::string(QZ_QUENZIT) + "' render '" + card + "' --quiet --random=" + seed + " -o '" +
+                    At("p" + seed + ".png") + "' 2>/dev/null & ";
+    const std::string command = std::string("export QUENZIT_DATA='") + QZ_DATA_DIR + "'; " + together + "wait";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    for (const std::string& seed : seeds) {
+        ASSERT_EQ(
+            Quiet("render '" + card + "' --quiet --random=" + seed + " -o '" + At("s" + seed + ".png") + "'").code, 0);
+        const std::string parallel = Slurp(At("p" + seed + ".png"));
+        EXPECT_FALSE(parallel.empty()) << seed;
+        EXPECT_EQ(parallel, Slurp(At("s" + seed + ".png"))) << seed;
+    }
+    EXPECT_EQ(tree(), before) << "no settings file, cache or registry appeared";
+}
+
 } // namespace

@@ -6,15 +6,17 @@
 #define NOMINMAX
 #include <windows.h>
 #else
+#include "state/PathTable.h"
 #include "host/PluginMain.h"
-#include "platform/ModulePath.h"
 
 #include <filesystem>
 #endif
 
+#include "ParameterArgs.h"
 #include "hostsim/Host.h"
 #include "hostsim/Pam.h"
 #include "hostsim/Registry.h"
+#include "platform/ModulePath.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -22,6 +24,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,10 +53,13 @@ const char kHelp[] = "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OU
                      "  --dialog            play the step with its dialog (playInfo 1); default: dialog off (0).\n"
                      "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
                      "                      conversion); the result is then written as CMYK.\n"
-                     "  --data DIR          the plug-in's data folder (textures, presets), a folder named Quenzit.\n"
-                     "                      The native build takes the plug-in to lie beside it; the Windows\n"
-                     "                      module always reads the Quenzit folder beside itself, so there DIR\n"
-                     "                      must be that folder and the option changes nothing.\n"
+                     "  --data DIR          the plug-in's data folder (textures, presets), of any name, for the\n"
+                     "                      native build. The Windows module always reads the Quenzit folder\n"
+                     "                      beside itself, so there DIR must be that folder and the option\n"
+                     "                      changes nothing.\n"
+                     "  --random=SEED       play the Auto look (random effects) of SEED, worked out by this\n"
+                     "                      program's copy of the filter's code over the data folder the module\n"
+                     "                      reads; KEY=VALUE arguments then change it.\n"
                      "  --registry FILE     the descriptor registry: read before the run when FILE exists, and its\n"
                      "                      persistent entries written back after it.\n"
                      "  --no-suite NAME     play a host without NAME (may be repeated). NAME is a suite's full\n"
@@ -219,8 +225,17 @@ int main(int argc, char** argv) {
     bool dialog = false, cmyk = false;
     HostOptions options;
     Descriptor played;
+    std::vector<std::string> keys;
+    std::optional<int64_t> randomSeed;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
+        if (arg.compare(0, 9, "--random=") == 0) {
+            errno = 0;
+            char* end = nullptr;
+            randomSeed = std::strtoll(arg.c_str() + 9, &end, 10);
+            if (arg.size() == 9 || *end || errno) return Usage("--random=SEED needs a whole number");
+            continue;
+        }
         const auto value = [&](std::string& into) {
             if (i + 1 >= argc) return false;
             into = argv[++i];
@@ -252,8 +267,10 @@ int main(int argc, char** argv) {
         } else if (arg.compare(0, 2, "--") == 0) {
             return Usage("unknown option " + arg);
         } else {
-            const std::string err = AddKey(arg, played);
+            Descriptor scratch;
+            const std::string err = AddKey(arg, scratch);
             if (!err.empty()) return Usage(err);
+            keys.push_back(arg);
         }
     }
     if (inPath.empty() || outPath.empty()) return Usage("--in and --out are required");
@@ -269,20 +286,33 @@ int main(int argc, char** argv) {
     }
     static_assert(sizeof entry == sizeof proc);
     std::memcpy(&entry, &proc, sizeof entry);
+    // The Auto look reads the data folder the module reads: the one beside it.
+    char full[MAX_PATH];
+    const DWORD length = GetFullPathNameA(plugin.c_str(), MAX_PATH, full, nullptr);
+    if (length > 0 && length < MAX_PATH) {
+        const std::string path(full, length);
+        SetModuleFilePathOverride(path.substr(0, path.find_last_of("\\/") + 1) + "Quenzit64.8bf");
+    }
 #else
     if (!plugin.empty()) return Usage("--plugin needs the Windows build; this one runs the plug-in linked into it");
     entry = &PluginMain;
     if (!dataPath.empty()) {
         std::filesystem::path data(dataPath);
         if (!data.has_filename()) data = data.parent_path();
-        if (data.filename() != "Quenzit") return Usage("--data needs a folder named Quenzit");
-        // The plug-in finds its data folder beside its own module.
+        // Any folder: the plug-in is told where it is, its module taken to stand beside it.
         SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
+        SetDataFolderOverride(data.string());
     }
 #endif
 
-    PamImage image;
     std::string error;
+    if (randomSeed && !PutRecord({}, randomSeed, played, error)) {
+        std::fprintf(stderr, "filterhost: %s\n", error.c_str());
+        return kExitInput;
+    }
+    for (const std::string& key : keys) AddKey(key, played);
+
+    PamImage image;
     if (!ReadPam(inPath, image, error)) {
         std::fprintf(stderr, "filterhost: %s\n", error.c_str());
         return kExitInput;

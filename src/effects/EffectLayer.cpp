@@ -274,6 +274,15 @@ void SetLayerTones(EffectLayer& layer, float highlight, float midtone, float sha
     layer.ToneDirty = 1;
 }
 
+void ResetBackgroundColors() {
+    const auto color = [](const char* name) { return uint32_t(FindParameterField(name)->defaultValue); };
+    EffectLayer& layer = BackgroundLayer;
+    SplitColor(color("BackgroundHighlightColor"), layer.HighlightRed, layer.HighlightGreen, layer.HighlightBlue);
+    SplitColor(color("BackgroundMidtoneColor"), layer.MidtoneRed, layer.MidtoneGreen, layer.MidtoneBlue);
+    SplitColor(color("BackgroundShadowColor"), layer.ShadowRed, layer.ShadowGreen, layer.ShadowBlue);
+    layer.ToneDirty = 1;
+}
+
 void MarkAllLayersDirty() {
     for (EffectLayer* layer : {&WashLayers[0], &WashLayers[1], &BackgroundLayer, &SurfaceLayers[0], &SurfaceLayers[1]})
         layer->GeometryDirty = 1;

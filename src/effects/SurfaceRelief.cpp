@@ -70,6 +70,14 @@ bool SourceOf(Raster* view, ReliefSource& s) {
     return true;
 }
 
+// Rows are written at the stride of the View built from and read by the pass at the shown
+// surface's: room for both, so surface 2 alone over a wider or narrower View stays inside
+// and the pass reads what it would have read in a buffer of the shown stride.
+bool ReserveReliefFor(int32_t writtenStride) {
+    const Raster* shown = ShownSurface().View;
+    return ReserveRelief(std::max(writtenStride, shown ? shown->RowBytes() : 0));
+}
+
 void ScaleInto(const ReliefSource& s, float depth) {
     for (int32_t y = 0; y < s.height; ++y) {
         const uint8_t* from = s.samples + size_t(y) * s.stride;
@@ -112,7 +120,7 @@ void BuildSurfaceRelief(bool first, bool second) {
     ReliefSource s1, s2;
     const bool have2 = SourceOf(SurfaceLayers[1].View, s2);
     if (!first) {
-        if (!have2 || !ReserveRelief(s2.stride)) return;
+        if (!have2 || !ReserveReliefFor(s2.stride)) return;
         if (!second) {
             for (int32_t y = 0; y < s2.height; ++y) std::memset(ReliefMap + size_t(y) * s2.stride, 0, size_t(s2.width));
             return;
@@ -120,7 +128,7 @@ void BuildSurfaceRelief(bool first, bool second) {
         ScaleInto(s2, d2);
         return;
     }
-    if (!SourceOf(SurfaceLayers[0].View, s1) || !ReserveRelief(s1.stride)) return;
+    if (!SourceOf(SurfaceLayers[0].View, s1) || !ReserveReliefFor(s1.stride)) return;
     ScaleInto(s1, d1);
     if (!second || !have2) return;
     // The depth-weighted average of the two textures over the area both cover.

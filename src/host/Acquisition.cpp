@@ -23,12 +23,12 @@ int32_t SourceColumn(int32_t x, int32_t columns) {
     return std::clamp(int32_t((PreviewOriginX + x) * PreviewScale), 0, columns - 1);
 }
 
-// CMYK goes through the host's colour services, at most 32767 colours a row; columns past
-// that stay as allocated (zero), and so does everything when the suite is missing.
+// CMYK goes through the host's colour services, a row at a time; without the suite the
+// work image stays as allocated (zero).
 void AcquireCmyk(int32_t planes) {
     ColorSpaceSuite colors(kPSColorSpaceSuite, kPSColorSpaceSuiteVersion1);
     if (!colors) return;
-    const int32_t n = std::min(ImageWidth, int32_t(32767));
+    const int32_t n = ImageWidth;
     std::vector<Color8> buffer(size_t(std::max(n, 1)));
     const auto* in = static_cast<const uint8_t*>(gFilterRecord->inData);
     for (int32_t y = 0; y < ImageHeight; ++y) {
@@ -39,7 +39,7 @@ void AcquireCmyk(int32_t planes) {
             std::memcpy(buffer[x], p, 4);
             s[size_t(x) * 4 + 3] = planes < 5 ? 255 : p[4];
         }
-        colors->Convert8(2, 0, buffer.data(), int16(n));
+        ConvertColorRuns(colors, 2, 0, buffer.data(), n);
         for (int32_t x = 0; x < n; ++x) std::memcpy(s + size_t(x) * 4, &buffer[x][1], 3);
     }
 }
@@ -48,7 +48,7 @@ void AcquireCmyk(int32_t planes) {
 void AcquireCmykFromLayer(int32_t planes) {
     ColorSpaceSuite colors(kPSColorSpaceSuite, kPSColorSpaceSuiteVersion1);
     if (!colors) return;
-    const int32_t n = std::min(ImageWidth, int32_t(32767));
+    const int32_t n = ImageWidth;
     std::vector<Color8> buffer(size_t(std::max(n, 1)));
     Raster& layer = *LayerRaster;
     const int32_t rows = std::min(ImageHeight, layer.Height());
@@ -62,7 +62,7 @@ void AcquireCmykFromLayer(int32_t planes) {
             const int32_t xs = SourceColumn(x, layer.Width());
             for (int k = 0; k < 4; ++k) buffer[x][k] = src[size_t(k) * layer.PlaneBytes() + xs];
         }
-        colors->Convert8(2, 0, buffer.data(), int16(n));
+        ConvertColorRuns(colors, 2, 0, buffer.data(), n);
         uint8_t* s = SourceImage + size_t(y) * WorkRowBytes;
         const uint8_t* p = in + ptrdiff_t(y) * gFilterRecord->inRowBytes;
         for (int32_t x = 0; x < cols; ++x) {

@@ -10,6 +10,7 @@
 #include "host/RunFilter.h"
 #include "host/ScriptParameters.h"
 #include "host/Session.h"
+#include "presets/UiSettings.h"
 
 #include <algorithm>
 #include <cstring>
@@ -64,6 +65,7 @@ bool TestActionSuites() {
 }
 
 void DoPrepare() {
+    ComputePaths();
     HostActionSuites = TestActionSuites();
     if (gFilterRecord->parameters && *gDataSlot) {
         LockHandles();
@@ -77,6 +79,8 @@ void DoPrepare() {
         InitData();
     }
     if (ResultIsSet()) return;
+    // The ini file needs the locked block; read after a new one is set up, it overlays the defaults.
+    ReadUiSettings();
 
     gFilterRecord->bufferSpace = 0;
     const VRect filter = GetFilterRect();
@@ -98,7 +102,11 @@ void StartRun() {
     gFilterRecord->maskRate = 0x10000;
     SetResult(gFilterRecord->advanceState());
     if (!ResultIsSet()) RunFilter();
-    gFilterRecord->inRect = gFilterRecord->outRect = gFilterRecord->maskRect = Rect{0, 0, 0, 0};
+    // Cleared where they were set: a host reading the 32-bit ones would serve them again.
+    const VRect empty{0, 0, 0, 0};
+    SetInRect(empty);
+    SetOutRect(empty);
+    SetMaskRect(empty);
 }
 
 void DoStart() {

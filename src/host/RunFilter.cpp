@@ -24,7 +24,6 @@ namespace {
 
 constexpr int16 kSpaceRGB = 0;
 constexpr int16 kSpaceCMYK = 2;
-constexpr int32_t kMaxColorRun = 32767; // the colour services take at most this many at once
 
 // The halved row steps of a 16-bit document are used for this run's own copies only.
 int32_t InRowStep() { return Depth16 ? gFilterRecord->inRowBytes / 2 : gFilterRecord->inRowBytes; }
@@ -60,8 +59,7 @@ void ShowCmykProxyAsRgb() {
     ColorSpaceSuite colors(kPSColorSpaceSuite, kPSColorSpaceSuiteVersion1);
     if (!colors) return;
     const VRect out = GetOutRect();
-    const int32_t width = RectWidth(out);
-    const int32_t n = std::min(width, kMaxColorRun);
+    const int32_t n = RectWidth(out);
     const int32_t planes = gFilterRecord->planes;
     std::vector<Color8> buffer(size_t(std::max(n, 1)));
     const auto* in = static_cast<const uint8_t*>(gFilterRecord->inData);
@@ -73,7 +71,7 @@ void ShowCmykProxyAsRgb() {
             std::memcpy(buffer[x], p + size_t(x) * planes, 4);
             if (planes >= 5) d[size_t(x) * planes + 4] = p[size_t(x) * planes + 4];
         }
-        colors->Convert8(kSpaceCMYK, kSpaceRGB, buffer.data(), int16(n));
+        ConvertColorRuns(colors, kSpaceCMYK, kSpaceRGB, buffer.data(), n);
         for (int32_t x = 0; x < n; ++x) std::memcpy(d + size_t(x) * planes, &buffer[x][1], 3);
     }
 }
@@ -109,7 +107,7 @@ void WriteBackCmyk() {
     ColorSpaceSuite colors(kPSColorSpaceSuite, kPSColorSpaceSuiteVersion1);
     if (!colors) return;
     const int32_t planes = gFilterRecord->planes;
-    const int32_t n = std::min(ImageWidth, kMaxColorRun);
+    const int32_t n = ImageWidth;
     std::vector<Color8> buffer(size_t(std::max(n, 1)));
     auto* out = static_cast<uint8_t*>(gFilterRecord->outData);
     for (int32_t y = 0; y < ImageHeight; ++y) {
@@ -126,8 +124,8 @@ void WriteBackCmyk() {
                 d[size_t(x) * planes + 4] = px[3];
             }
         }
-        // The count is the width as a 16-bit number, not the capped run.
-        colors->Convert8(kSpaceRGB, kSpaceCMYK, buffer.data(), int16(ImageWidth));
+        // Rows wider than one call takes go in runs, so every ink plane is converted.
+        ConvertColorRuns(colors, kSpaceRGB, kSpaceCMYK, buffer.data(), n);
         for (int32_t x = 0; x < n; ++x) std::memcpy(d + size_t(x) * planes, buffer[x], 4);
     }
 }

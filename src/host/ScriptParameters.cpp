@@ -177,7 +177,7 @@ OSErr ReadSavedSettings() {
         case Carrier::String: {
             uint32 length = 0;
             if (suite->GetStringLength(d, key, &length)) break;
-            // A name of the full field would put its end mark into the next field.
+            // Registry strings keep at most 127 characters plus the terminator, in the field.
             const uint32 n = length < uint32(kNameLength - 1) ? length : uint32(kNameLength - 1);
             char* name = FieldBytes(*b.field);
             if (!suite->GetString(d, key, name, n + 1)) name[n] = 0;

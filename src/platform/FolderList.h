@@ -16,8 +16,13 @@ struct FolderEntry {
 
 // Lists `folder` + separator + `pattern`, where `*` matches any run and `?`
 // any one character (case-insensitively on every system). "." and ".." are
-// listed when they match. Windows keeps the system's order; POSIX puts "."
-// and ".." first and sorts the rest case-insensitively, so listings are
-// deterministic. Replaces the contents of `entries`. Returns false, with
-// `entries` empty, when the folder cannot be opened.
+// listed when they match. Every system returns the order of SortListing, so
+// random picks agree between builds and file systems. Replaces the contents of
+// `entries`. Returns false, with `entries` empty, when the folder cannot be
+// opened.
 bool ListFolder(const std::string& folder, const std::string& pattern, std::vector<FolderEntry>& entries) noexcept;
+
+// The order an NTFS volume lists a folder in: "." and ".." first, then names
+// compared as upper case, ordinal (bytes as unsigned); names equal but for
+// case by their bytes.
+void SortListing(std::vector<FolderEntry>& entries);

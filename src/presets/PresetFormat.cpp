@@ -330,10 +330,9 @@ void ReadVersionLine(const char* line) {
     if (!word) return;
     const char* at = word + 7;
     SkipBlanks(at);
-    // The version is the one character behind the blanks: "Version 2;" gives 2.
-    const char digit[2] = {*at, 0};
-    const int version = std::atoi(digit);
-    if (version == 1 || version == 2) PresetVersion = version;
+    // A whole integer behind the blanks: "Version 10;" is 10 and changes nothing.
+    const long version = std::strtol(at, nullptr, 10);
+    if (version == 1 || version == 2) PresetVersion = int(version);
 }
 
 // What a key does beyond storing its value.
@@ -448,7 +447,7 @@ void TakeLine(const char* line) {
     case FieldKind::Float: *reinterpret_cast<float*>(target) = float(ReadFloatToken(at)); break;
     case FieldKind::Name: {
         char name[kNameLength];
-        ReadNameToken(at, name, sizeof name); // longer names are cut to the field
+        ReadNameToken(at, name, sizeof name); // a name past 127 characters is cut on reading
         SetName(target, name);
         break;
     }

@@ -4,10 +4,9 @@
 #pragma once
 
 struct PresetEngineHooks {
-    void (*ReconcileNavigator)() = nullptr;         // after a load that changes second layers
-    void (*RebuildAllLayers)() = nullptr;           // keep flags off, free and remake all layers
-    void (*RefreshCurrentPage)() = nullptr;         // the current tab page shows gParams again
-    void (*ResetBackgroundLayerColors)() = nullptr; // default tones into the background layer only
+    void (*ReconcileNavigator)() = nullptr; // after a load that changes second layers
+    void (*RebuildAllLayers)() = nullptr;   // keep flags off, free and remake all layers
+    void (*RefreshCurrentPage)() = nullptr; // the current tab page shows gParams again
 };
 
 extern PresetEngineHooks PresetHooks;

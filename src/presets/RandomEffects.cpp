@@ -53,9 +53,10 @@ uint32_t RandomStainColor() {
     return g << 8 | b << 16 | r;
 }
 
-int32_t RandomCoverage() {
+// From 100 up the field keeps what it holds: a parsed preset's coverage survives.
+void RandomCoverage(int32_t& coverage) {
     const int c = CRandom() % 500;
-    return c < 100 ? int32_t(float(c) / 100.0f * float(-c)) : 0;
+    if (c < 100) coverage = int32_t(float(c) / 100.0f * float(-c));
 }
 
 bool LoadRandomPreset(const std::string& folder) {
@@ -72,11 +73,8 @@ void RandomTones(const RandomSources& sources, int64_t now, int kind, uint32_t& 
     if (!entry) return;
     if (*entry == "Reset Colors") {
         std::strcpy(label, "Custom");
-        if (kind == PresetSurfaceColors) {
-            ResetSurfaceColors();
-        } else if (PresetHooks.ResetBackgroundLayerColors) {
-            PresetHooks.ResetBackgroundLayerColors(); // the layer's tones, not the record
-        }
+        if (kind == PresetSurfaceColors) ResetSurfaceColors();
+        else ResetBackgroundColors(); // the layer's tones, not the record
         return;
     }
     if (!LoadPresetPath((PathTable.Colors + kPathSeparator + *entry).c_str())) return;
@@ -161,7 +159,7 @@ void RandomizeEffects(const RandomSources& sources, int64_t now) {
             p.WashFlipVer1 = uint8_t(CRandom() & 1);
             p.WashInvert1 = uint8_t(CRandom() % 100 > 95);
             p.WashAngle1 = ((a % 1000) & 3) * 90;
-            p.WashCoverage1 = RandomCoverage();
+            RandomCoverage(p.WashCoverage1);
             if (p.WashCoverage1 != 0) {
                 p.WashCoverageScale1 = std::min(CRandom() % 250, 100);
                 p.WashRandomize1 = a % 1000;
@@ -179,7 +177,7 @@ void RandomizeEffects(const RandomSources& sources, int64_t now) {
                 p.WashFlipVer2 = uint8_t(CRandom() & 1);
                 p.WashInvert2 = uint8_t(CRandom() % 10 == 1);
                 p.WashAngle2 = (b & 3) * 90;
-                p.WashCoverage2 = RandomCoverage();
+                RandomCoverage(p.WashCoverage2);
                 if (p.WashCoverage2 != 0) {
                     const int e = CRandom() % 1000;
                     p.WashCoverageScale2 = std::min(e / 5, 100);
@@ -189,7 +187,8 @@ void RandomizeEffects(const RandomSources& sources, int64_t now) {
         }
     }
 
-    // Each colour step draws its own chance, whether or not it can apply.
+    // rand() is drawn first, then the drawer and layer tests: each colour step draws its
+    // chance whether or not it can apply.
     if (CRandom() % 100 < 20 && sources.tonesDrawer && p.UseSurface)
         RandomTones(sources, now, PresetSurfaceColors, p.SurfaceHighlightColor, p.SurfaceMidtoneColor,
                     p.SurfaceShadowColor, SurfaceColorsName);

@@ -96,6 +96,9 @@ void ResetSurface1();
 void ResetSurface2();
 void ResetSurfaceCommon();
 void ResetSurfaceColors();
+// The three default background colours into the background layer, not into gParams
+// (defined with the layers).
+void ResetBackgroundColors();
 // Parameter set-up: the series flags once, then everything.
 void InitParameters();
 

@@ -123,3 +123,52 @@ TEST(ChannelAccess, WithoutUsableLayersMergedBelowIsBlack) {
     hostsim::Host host(RgbDocument(3, 3), options, ProbeEntry);
     host.Call(filterSelectorStart);
 }
+
+// --- Hosts that read otherwise ---------------------------------------------------
+
+namespace {
+
+void ProbeWith(hostsim::Document doc, hostsim::HostOptions options, std::function<void()> probe) {
+    gProbe = std::move(probe);
+    hostsim::Host host(std::move(doc), std::move(options), ProbeEntry);
+    host.Call(filterSelectorStart);
+    for (const std::string& m : host.TakeMisuse()) ADD_FAILURE() << m;
+}
+
+} // namespace
+
+TEST(ChannelAccess, WithoutTheSuiteTheClassicReadGivesTheSameLayers) {
+    const int32 w = 5, h = 3, n = w * h;
+    hostsim::Document doc = RgbDocument(w, h, 4);
+    hostsim::Layer target = doc.layers[0];
+    target.name = "Top";
+    doc.layers = {SolidLayer("Ground", n, {40, 50, 60}), target};
+    doc.targetLayer = 1;
+    hostsim::HostOptions options;
+    options.omitSuites = {kPSChannelPortsSuite};
+    ProbeWith(doc, options, [&] {
+        ReadDocumentLayers();
+        ASSERT_NE(LayerRaster, nullptr);
+        ASSERT_NE(MergedBelow, nullptr);
+        for (int32 y = 0; y < h; ++y)
+            for (int32 x = 0; x < w; ++x) {
+                const size_t i = size_t(y) * w + x;
+                EXPECT_EQ(Sample(*LayerRaster, 2, y, x), target.pixels[i * 3 + 2]);
+                EXPECT_EQ(Sample(*LayerRaster, 3, y, x), target.transparency[i]);
+                EXPECT_EQ(Sample(*MergedBelow, 1, y, x), 50);
+            }
+        FreeDocumentLayers();
+    });
+}
+
+TEST(ChannelAccess, APortThatCannotBeReadEndsTheReadAsHostInsufficient) {
+    ProbeWith(RgbDocument(4, 4), {}, [] {
+        ReadChannelDesc channel{};
+        channel.port = reinterpret_cast<PIChannelPort>(uintptr_t(0x5EED)); // no port the host made
+        Raster* raster = NewRaster(1, RasterRect{0, 0, 4, 4}, 1, 8, 0, 0);
+        EXPECT_FALSE(ReadChannelToRaster(&channel, raster));
+        EXPECT_EQ(*gResult, errPlugInHostInsufficient);
+        FreeRaster(raster);
+        SetResult(noErr);
+    });
+}

@@ -2,16 +2,11 @@
 // step tables promise over many seeds.
 #include "PresetFixture.h"
 
-#include "presets/PresetHooks.h"
 #include "presets/RandomEffects.h"
 
 #include <cstring>
 
 using RandomEffects = PresetFixture;
-
-namespace {
-int backgroundResets = 0;
-}
 
 TEST_F(RandomEffects, FixedSecondGivesTheWorkedLook) {
     // With no preset folders the draws go: throw-away, Basic chance (fails), s = 317, then
@@ -20,11 +15,8 @@ TEST_F(RandomEffects, FixedSecondGivesTheWorkedLook) {
     RandomSources sources;
     sources.textures = {"No_Texture.qzt", "Alpha.qzt", "Beta.qzt", "Gamma.qzt", "Delta.qzt"};
     sources.tones = {"Reset Colors"};
-    backgroundResets = 0;
-    PresetHooks.ResetBackgroundLayerColors = [] { ++backgroundResets; };
     std::strcpy(BackgroundColorsName, "Sepia");
     RandomizeEffects(sources, 1700000031);
-    PresetHooks.ResetBackgroundLayerColors = nullptr;
 
     const FilterParameters& p = *gParams;
     EXPECT_STREQ(p.WashFileName1, "Beta.qzt");
@@ -45,7 +37,6 @@ TEST_F(RandomEffects, FixedSecondGivesTheWorkedLook) {
     EXPECT_EQ(p.WashCoverage2, -12);
     EXPECT_EQ(p.WashCoverageScale2, 86);
     EXPECT_EQ(p.WashRandomize2, 431);
-    EXPECT_EQ(backgroundResets, 1);
     EXPECT_STREQ(BackgroundColorsName, "Custom");
 }
 

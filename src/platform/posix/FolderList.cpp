@@ -5,7 +5,6 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cstring>
 #include <memory>
 
@@ -46,18 +45,7 @@ bool NameMatches(const std::string& pattern, const char* name) {
            GlobMatch(pattern.substr(0, n - 2).c_str(), name);
 }
 
-int Rank(const std::string& name) { return name == "." ? 0 : name == ".." ? 1 : 2; }
-
-// "." and ".." first, then case-insensitive order; ties by bytes so the order is total.
-bool ListedBefore(const FolderEntry& a, const FolderEntry& b) {
-    if (Rank(a.name) != Rank(b.name)) return Rank(a.name) < Rank(b.name);
-    size_t n = std::min(a.name.size(), b.name.size());
-    for (size_t i = 0; i < n; ++i) {
-        if (Lower(a.name[i]) != Lower(b.name[i])) return Lower(a.name[i]) < Lower(b.name[i]);
-    }
-    if (a.name.size() != b.name.size()) return a.name.size() < b.name.size();
-    return a.name < b.name;
-}
+bool IsDotEntry(const std::string& name) { return name == "." || name == ".."; }
 
 } // namespace
 
@@ -79,10 +67,10 @@ bool ListFolder(const std::string& folder, const std::string& pattern, std::vect
                 entry.isArchive = S_ISREG(info.st_mode);
                 if (entry.isArchive) entry.size = static_cast<uint64_t>(info.st_size);
             }
-            entry.isHidden = entry.name[0] == '.' && Rank(entry.name) == 2;
+            entry.isHidden = entry.name[0] == '.' && !IsDotEntry(entry.name);
             entries.push_back(std::move(entry));
         }
-        std::sort(entries.begin(), entries.end(), ListedBefore);
+        SortListing(entries);
         return true;
     } catch (...) {
         entries.clear();

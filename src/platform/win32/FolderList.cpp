@@ -1,4 +1,5 @@
-// Folder listing over FindFirstFileA/FindNextFileA, in the system's order.
+// Folder listing over FindFirstFileA/FindNextFileA, put in the NTFS order whatever the
+// volume returned (FAT, network shares and wine list in the order of their own).
 #include "platform/FolderList.h"
 #include "platform/win32/Win32.h"
 
@@ -36,6 +37,7 @@ bool ListFolder(const std::string& folder, const std::string& pattern, std::vect
         do {
             entries.push_back(MakeEntry(data));
         } while (FindNextFileA(find.get(), &data));
+        SortListing(entries);
         return true;
     } catch (...) {
         entries.clear();
