@@ -150,6 +150,9 @@ void MaskPass() {
         RenderWashToMask(WashLayers[1], out);
     }
     FreeWashAreaBuffer();
+    // The buffers are ours now and gone with the engine: a host that played this step
+    // again must find no address to take twice.
+    p.WashMaskBuffer1 = p.WashMaskBuffer2 = p.SurfaceWashAreaBuffer = 0;
     p.PendingMaskPass = 0;
     DestroyEngine();
     SetResult(noErr);

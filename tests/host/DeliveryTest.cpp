@@ -122,6 +122,52 @@ TEST(Passes, MaskPassCopiesEveryPlaneThroughTheKeptBuffers) {
     ExpectNoMisuse(*second);
 }
 
+TEST(Passes, MaskPassTakesTheKeptWashAreaAndFillsTheLayer) {
+    // A surface over the whole layer that takes in the wash's area: run one keeps, beside
+    // the wash's mask, the picture the surface made under the wash, and hands it on.
+    hostsim::HostOptions options;
+    options.registry = std::make_shared<hostsim::Registry>();
+    options.filterLayerMasks = true;
+    hostsim::Descriptor look = Off({{"NLWs", 1}, {"SfEn", 1}, {"SInW", 1}}, true);
+    look.PutText(FourCC("SFN1"), "Missing_Here.qzt");
+    look.PutBoolean(FourCC("SfOn"), true);
+    hostsim::Document doc = RgbDocument(16, 8, 4);
+    doc.Target().transparency.assign(doc.PixelCount(), 128); // half transparent
+    auto first = MakeHost(doc, options);
+    ASSERT_EQ(first->PlayAction(look, plugInDialogDontDisplay), noErr);
+    hostsim::Descriptor settings;
+    ASSERT_TRUE(options.registry->Get(kSettingsKey, settings));
+    int32 area = 0;
+    EXPECT_TRUE(settings.GetInteger(FourCC("SbSR"), area) && area != 0) << "the wash area is kept";
+
+    // Run two, the mask pass: the kept area blends into the colours and the layer becomes
+    // opaque where the pass reaches; the mask takes the wash.
+    doc.Target().layerMask.assign(doc.PixelCount(), 200);
+    auto second = MakeHost(doc, options);
+    const std::vector<uint8> before = second->Doc().Target().pixels;
+    hostsim::Descriptor pass = look;
+    pass.PutBoolean(FourCC("ILNW"), true);
+    ASSERT_EQ(second->PlayAction(pass, plugInDialogDontDisplay), noErr);
+    const hostsim::Layer& after = second->Doc().Target();
+    EXPECT_EQ(after.transparency, std::vector<uint8>(doc.PixelCount(), 255)) << "the layer is opaque";
+    EXPECT_NE(after.pixels, before) << "the kept area shows in the colours";
+    const std::vector<uint8>& mask = second->Doc().Target().layerMask;
+    EXPECT_TRUE(std::any_of(mask.begin(), mask.end(), [](uint8 m) { return m < 200; }));
+    ExpectNoMisuse(*second);
+
+    // The pass took the buffers: the settings keep no address, and a host that plays the
+    // step once more gets a plain mask pass, not a second use of freed memory.
+    ASSERT_TRUE(options.registry->Get(kSettingsKey, settings));
+    int32 kept = -1;
+    EXPECT_TRUE(settings.GetInteger(FourCC("SbSR"), area) && settings.GetInteger(FourCC("SvE1"), kept));
+    EXPECT_EQ(area, 0);
+    EXPECT_EQ(kept, 0);
+    auto again = MakeHost(doc, options);
+    ASSERT_EQ(again->PlayAction(pass, plugInDialogDontDisplay), noErr);
+    EXPECT_EQ(again->Doc().Target().transparency, doc.Target().transparency) << "nothing kept, nothing blended";
+    ExpectNoMisuse(*again);
+}
+
 TEST(WriteBack, FlatPicturesDarkenByTransparency) {
     FilterRecord record{};
     std::vector<uint8> out(2 * 3, 0xEE);
