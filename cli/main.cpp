@@ -88,9 +88,9 @@ const char kRenderHelp[] =
     "\n"
     "Several inputs run one after the other; a failure on one is reported and the others\n"
     "still run. Processes write nothing they share (no settings file, cache or registry), so\n"
-    "a batch may be split over as many processes as you like, on one data folder. Exit status: 0 all done; 1 usage "
-    "error (nothing is rendered); 2 a file could\n"
-    "not be read or written; 3 the filter failed on a picture.\n";
+    "a batch may be split over as many processes as you like, on one data folder.\n"
+    "Exit status: 0 all done; 1 usage error (nothing is rendered); 2 a file could not be read\n"
+    "or written; 3 the filter failed on a picture.\n";
 
 const char kParamsHelp[] = "Usage: quenzit params\n"
                            "\n"
