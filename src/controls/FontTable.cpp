@@ -6,7 +6,7 @@ float DpiScaleOf(int32_t dpi) { return std::sqrt(float(dpi) / 96.0f); }
 
 int32_t Scaled(int32_t h, int32_t dpi) { return dpi <= 96 ? h : int32_t(DpiScaleOf(dpi) * float(h)); }
 
-FontSpec FontFor(FontRole role, int32_t dpi) {
+FontStyle FontFor(FontRole role, int32_t dpi) {
     switch (role) {
     case FontRole::Small: return {Scaled(13, dpi), 700, false};
     case FontRole::Thumb: return {Scaled(12, dpi), 400, false};
@@ -23,10 +23,10 @@ FontSpec FontFor(FontRole role, int32_t dpi) {
     return {};
 }
 
-FontSpec AboutFontFor(FontRole role) {
-    FontSpec spec = FontFor(role, 96);
-    spec.height = 14;
-    return spec;
+FontStyle AboutFontFor(FontRole role) {
+    FontStyle style = FontFor(role, 96);
+    style.height = 14;
+    return style;
 }
 
 PixelOffset LinkBackgroundOffset(int32_t x, int32_t y, int32_t dpi) {

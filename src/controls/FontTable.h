@@ -16,7 +16,7 @@ enum class FontRole {
     List,      // list boxes
 };
 
-struct FontSpec {
+struct FontStyle {
     int32_t height = 0; // the cell height handed to CreateFont
     int32_t weight = 0;
     bool underline = false;
@@ -26,9 +26,9 @@ struct FontSpec {
 float DpiScaleOf(int32_t dpi);
 // h at 96 dpi and below, else DpiScaleOf(dpi) * h truncated.
 int32_t Scaled(int32_t h, int32_t dpi);
-FontSpec FontFor(FontRole role, int32_t dpi);
+FontStyle FontFor(FontRole role, int32_t dpi);
 // The two link fonts as the About box wants them: height 14 at any dpi.
-FontSpec AboutFontFor(FontRole role);
+FontStyle AboutFontFor(FontRole role);
 
 struct PixelOffset {
     int32_t x = 0, y = 0;

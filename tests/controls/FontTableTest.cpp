@@ -19,10 +19,10 @@ TEST(FontTable, HeightsGrowWithTheSquareRootOfTheDpi) {
                            Row{120, {14, 13, 16, 17, 15, 15, 15, 16}}, Row{144, {15, 14, 18, 22, 17, 17, 17, 19}},
                            Row{192, {18, 16, 21, 29, 19, 19, 19, 26}}}) {
         for (int i = 0; i < 8; ++i) {
-            const FontSpec spec = FontFor(roles[i], row.dpi);
-            EXPECT_EQ(spec.height, row.heights[i]) << row.dpi << " role " << i;
-            EXPECT_EQ(spec.weight, weights[i]) << i;
-            EXPECT_EQ(spec.underline, roles[i] == FontRole::LinkUnder) << i;
+            const FontStyle style = FontFor(roles[i], row.dpi);
+            EXPECT_EQ(style.height, row.heights[i]) << row.dpi << " role " << i;
+            EXPECT_EQ(style.weight, weights[i]) << i;
+            EXPECT_EQ(style.underline, roles[i] == FontRole::LinkUnder) << i;
         }
     }
     // The About box's links: 14 high at any dpi, weights and underline kept.

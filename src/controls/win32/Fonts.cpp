@@ -22,10 +22,10 @@ HFONT& Slot(FontRole role) {
 constexpr FontRole kRoles[] = {FontRole::Small, FontRole::Thumb, FontRole::Link, FontRole::LinkUnder,
                                FontRole::Label, FontRole::Heavy, FontRole::Tab,  FontRole::List};
 
-bool Make(FontRole role, const FontSpec& spec) {
+bool Make(FontRole role, const FontStyle& style) {
     HFONT& slot = Slot(role);
     if (slot) DeleteObject(slot);
-    slot = CreateFontA(spec.height, 0, 0, 0, spec.weight, FALSE, spec.underline, FALSE, DEFAULT_CHARSET,
+    slot = CreateFontA(style.height, 0, 0, 0, style.weight, FALSE, style.underline, FALSE, DEFAULT_CHARSET,
                        OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, PROOF_QUALITY, DEFAULT_PITCH | FF_DONTCARE, "Arial");
     return slot != nullptr;
 }
