@@ -298,7 +298,7 @@ OSErr ServeColorServices(ColorServicesInfo* info, const ColorServicesSetup& setu
     switch (info->selector) {
     case plugIncolorServicesChooseColor:
         prompts.push_back(PascalString(info->selectorParameter.pickerPrompt));
-        if (setup.pickerCancels) return userCanceledErr;
+        if (setup.pickerAnswer != noErr) return setup.pickerAnswer;
         if (setup.pickedColour) {
             const auto& c = *setup.pickedColour;
             rgb = {c[0], c[1], c[2]};

@@ -42,8 +42,9 @@ const PSColorSpaceSuite* ColorSpaceSuite();
 struct ColorServicesSetup {
     std::array<uint8, 3> foreground = {0, 0, 0}; // RGB
     std::array<uint8, 3> background = {255, 255, 255};
-    // The user's answer to the picker: cancel, a colour, or (neither) OK on the colour given.
-    bool pickerCancels = false;
+    // The picker's answer: noErr is OK (on pickedColour, or on the colour given without one),
+    // userCanceledErr the user's cancel, any other a host that could not show its picker.
+    OSErr pickerAnswer = noErr;
     std::optional<std::array<uint8, 3>> pickedColour;
 };
 

@@ -21,6 +21,8 @@ struct PixelView {
 
 // 0x00RRGGBB from components, the way a DIB section stores them.
 constexpr uint32_t PixelOf(uint8_t r, uint8_t g, uint8_t b) { return uint32_t(r) << 16 | uint32_t(g) << 8 | b; }
+// A Win32 colour value (red in the low byte, as records keep colours) as a pixel.
+constexpr uint32_t PixelOfColorRef(uint32_t c) { return (c & 0xFF) << 16 | (c & 0xFF00) | (c >> 16 & 0xFF); }
 
 // Fills the part of `rect` that lies inside the view; nothing outside is touched.
 void FillPixels(const PixelView& view, const PixelRect& rect, uint32_t color);

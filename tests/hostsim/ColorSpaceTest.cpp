@@ -121,7 +121,7 @@ TEST(HostsimColorSpace, ColorServices) {
     ASSERT_EQ(ServeColorServices(&info, setup, prompts), noErr);
     EXPECT_EQ(components(info), (std::vector<int16>{10, 20, 30, 0}));
 
-    // The picker: OK on the colour given, a preset answer, or cancel; prompts are kept.
+    // The picker: OK on the colour given, a preset answer, cancel or an error; prompts are kept.
     Str255 prompt = {6, 'C', 'o', 'l', 'o', 'u', 'r'};
     info = request(plugIncolorServicesChooseColor, kRgb, kRgb, {1, 2, 3, 255});
     info.selectorParameter.pickerPrompt = &prompt;
@@ -132,9 +132,11 @@ TEST(HostsimColorSpace, ColorServices) {
     ASSERT_EQ(ServeColorServices(&info, setup, prompts), noErr);
     EXPECT_EQ(components(info), (std::vector<int16>{200, 100, 50, 0}));
     EXPECT_EQ(info.resultSpace, kRgb);
-    setup.pickerCancels = true;
+    setup.pickerAnswer = userCanceledErr;
     EXPECT_EQ(ServeColorServices(&info, setup, prompts), userCanceledErr);
-    EXPECT_EQ(prompts, (std::vector<std::string>{"Colour", "", ""}));
+    setup.pickerAnswer = memFullErr; // a host that cannot show its picker
+    EXPECT_EQ(ServeColorServices(&info, setup, prompts), memFullErr);
+    EXPECT_EQ(prompts, (std::vector<std::string>{"Colour", "", "", ""}));
 
     info = request(plugIncolorServicesConvertColor, kRgb, kCmyk, {0, 0, 0, 0});
     info.reserved = &info;

@@ -17,6 +17,9 @@ public:
     // refuses, and the view is then empty.
     bool Resize(int32_t width, int32_t height);
     const PixelView& View() const { return view_; }
+    // The section's memory DC, for GDI text and bitmaps over the painted pixels.
+    HDC Dc() const { return dc_; }
+    HBITMAP Bitmap() const { return bitmap_; }
     // Copies the whole section to `dc` with its top left at (x, y).
     void Blit(HDC dc, int32_t x, int32_t y) const;
     void Release();
