@@ -1,21 +1,26 @@
 #include "Exhibits.h"
 
 #include "controls/win32/Fonts.h"
+#include "resources/ArtIds.h"
 
 #include <commctrl.h>
 
 namespace gallery {
 namespace {
 
-// Where the module's art will be: the control pictures by id and size.
+// The module's art: the control pictures by id and size.
 struct ArtId {
     int id, width, height;
 };
-constexpr ArtId kRotateNormal{181, 18, 20}, kRotateHover{182, 18, 20}, kRotateDisabled{183, 18, 20};
-constexpr ArtId kUnlinked{178, 17, 19}, kUnlinkedHover{179, 17, 19}, kUnlinkedDisabled{180, 17, 19};
-constexpr ArtId kLinked{177, 17, 19}, kLinkedHover{175, 17, 19}, kLinkedDisabled{176, 17, 19};
-constexpr ArtId kZoomNormal{104, 18, 20}, kZoomHover{143, 18, 20}, kZoomDisabled{145, 18, 20};
-constexpr ArtId kDrawerTitle{208, 199, 20};
+constexpr ArtId kRotateNormal{art::kRotateCwNormal, 18, 20}, kRotateHover{art::kRotateCwHover, 18, 20},
+    kRotateDisabled{art::kRotateCwDisabled, 18, 20};
+constexpr ArtId kUnlinked{art::kUnlinkedNormal, 17, 19}, kUnlinkedHover{art::kUnlinkedHover, 17, 19},
+    kUnlinkedDisabled{art::kUnlinkedDisabled, 17, 19};
+constexpr ArtId kLinked{art::kLinkedNormal, 17, 19}, kLinkedHover{art::kLinkedHover, 17, 19},
+    kLinkedDisabled{art::kLinkedDisabled, 17, 19};
+constexpr ArtId kZoomNormal{art::kZoomInNormal, 18, 20}, kZoomHover{art::kZoomInHover, 18, 20},
+    kZoomDisabled{art::kZoomInDisabled, 18, 20};
+constexpr ArtId kDrawerTitle{art::kTitleTextures, 199, 20};
 
 HBITMAP ArtOf(const ArtId& art, COLORREF back, const char* mark) {
     return Art(art.id, art.width, art.height, back, mark);
