@@ -2,4 +2,4 @@
 #include "host/Dialog.h"
 
 // The modal dialog comes here; until it does, an interactive run is a cancelled one.
-bool OpenDialog() { return false; }
+bool OpenDialog() { return DialogStandIn ? DialogStandIn() : false; }
