@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 float PreviewFitScale = 1.0f;
 float ZoomStep = -1.0f;
@@ -162,11 +163,14 @@ bool ResizePreview(PreviewPan& control, ZoomButtons& buttons) {
     return true;
 }
 
-void EndPan(PreviewPan& control) {
+bool ReleasePan(PreviewPan& control) {
     control.originX -= control.dragMovedX;
     control.originY -= control.dragMovedY;
     control.dragMovedX = control.dragMovedY = 0;
-    if (control.ctrlDrag) return;
+    return !std::exchange(control.ctrlDrag, false);
+}
+
+void ApplyPan(PreviewPan& control) {
     SetPreviewGeometry(control);
     PanToGlobals(control);
 }

@@ -44,8 +44,11 @@ void ZoomToFit(PreviewPan& control, ZoomButtons& buttons);
 void ZoomToActual(PreviewPan& control, ZoomButtons& buttons);
 // After a change of the control's size; false when there was none.
 bool ResizePreview(PreviewPan& control, ZoomButtons& buttons);
-// The end of a plain pan: the dragged distance taken into the origin, clamped anew.
-void EndPan(PreviewPan& control);
+// Left button up: the dragged distance goes into the origin, after a Ctrl drag too (a
+// drift the next zoom or pan starts from). True after a plain drag: the dialog is told.
+bool ReleasePan(PreviewPan& control);
+// The dialog told of a plain drag's end: the new pan, clamped, asked of the host.
+void ApplyPan(PreviewPan& control);
 // The label's text: 100 / scale, truncated, and a percent sign.
 int32_t PreviewPercent();
 
