@@ -7,7 +7,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <string>
+#include <vector>
 #include <thread>
 
 namespace {
@@ -70,6 +73,40 @@ std::string TextOf(HWND dialog, int id) {
     return text;
 }
 
+// The dialog as it stands on the screen, as a binary PPM at `path`.
+void Shot(HWND dialog, const std::string& path) {
+    SendMessageA(dialog, WM_NULL, 0, 0); // the dialog's thread is idle and has painted
+    Sleep(300);
+    RECT r{};
+    GetWindowRect(dialog, &r);
+    const int w = r.right - r.left, h = r.bottom - r.top;
+    HDC screen = GetDC(nullptr);
+    HDC memory = CreateCompatibleDC(screen);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, w, h);
+    HGDIOBJ old = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, w, h, screen, r.left, r.top, SRCCOPY);
+    SelectObject(memory, old);
+    BITMAPINFO bi{};
+    bi.bmiHeader.biSize = sizeof bi.bmiHeader;
+    bi.bmiHeader.biWidth = w;
+    bi.bmiHeader.biHeight = -h;
+    bi.bmiHeader.biPlanes = 1;
+    bi.bmiHeader.biBitCount = 32;
+    std::vector<uint8_t> bgra(size_t(w) * h * 4);
+    GetDIBits(memory, bitmap, 0, UINT(h), bgra.data(), &bi, DIB_RGB_COLORS);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    if (FILE* f = std::fopen(path.c_str(), "wb")) {
+        std::fprintf(f, "P6\n%d %d\n255\n", w, h);
+        for (size_t i = 0; i < bgra.size(); i += 4) {
+            const uint8_t rgb[3] = {bgra[i + 2], bgra[i + 1], bgra[i]};
+            std::fwrite(rgb, 1, 3, f);
+        }
+        std::fclose(f);
+    }
+}
+
 // Sends a command as the dialog's own thread would serve it, and waits until it is done.
 void Command(HWND dialog, int id) { SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
 
@@ -129,17 +166,54 @@ TEST(MainDialog, OpensAtFullSizeLaysOutAsComputedZoomsAndCancels) {
         check(preview == d.preview, "1002");
         check(BoxOf(dialog, IDC_OPTION_BASIC) == d.optionBox, "1022");
 
+        // QZ_SHOT_DIR asks for pictures of the dialog, to look at.
+        const char* shots = std::getenv("QZ_SHOT_DIR");
+        if (shots) Shot(dialog, std::string(shots) + "/dialog-100.ppm");
+
         // Ctrl + 0 fits, Ctrl + 1 returns.
         Command(dialog, IDC_ZOOM_FIT);
         check(TextOf(dialog, IDC_ZOOM_LABEL) != "100%", "fit stays at 100%");
         check(!IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_DOWN)), "1001 enabled at fit");
+        if (shots) Shot(dialog, std::string(shots) + "/dialog-fit.ppm");
         check(IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_UP)), "1000 disabled at fit");
         Command(dialog, IDC_ZOOM_ACTUAL);
         check(TextOf(dialog, IDC_ZOOM_LABEL) == "100%", "Ctrl + 1 shows " + TextOf(dialog, IDC_ZOOM_LABEL));
-        // SC_CLOSE is a Cancel.
+        // A new place, kept through the Cancel; SC_CLOSE is a Cancel.
+        SetWindowPos(dialog, nullptr, 40, 30, 950, 720, SWP_NOZORDER);
         PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     });
+    const std::string ini = ModulePath().substr(0, ModulePath().find_last_of("\\/") + 1) + "Quenzit.ini";
+    DeleteFileA(ini.c_str());
+    const hostsim::Layer before = host.Doc().Target();
     EXPECT_EQ(host.RunFilter(), userCanceledErr);
     driver.join();
     EXPECT_EQ(failure, "");
+    EXPECT_EQ(host.Doc().Target().pixels, before.pixels);
+
+    // The ini holds the place; a new session takes the left edge from it, the top from the
+    // defaults (its key never reads back).
+    std::string text(4096, '\0');
+    if (FILE* f = std::fopen(ini.c_str(), "rb")) {
+        text.resize(std::fread(text.data(), 1, text.size(), f));
+        std::fclose(f);
+    }
+    EXPECT_NE(text.find("tfeL 40 "), std::string::npos) << text;
+    EXPECT_NE(text.find(" poT 30 "), std::string::npos) << text;
+    EXPECT_NE(text.find("htdW 950 "), std::string::npos) << text;
+    hostsim::Host again(hostsim::MakeDocument(1000, 600, plugInModeRGBColor, 8, pixels, 3), {}, entry);
+    RECT place{};
+    std::thread second([&] {
+        std::string alerts;
+        HWND dialog = WaitForDialog(thread, alerts);
+        if (dialog) GetWindowRect(dialog, &place);
+        if (dialog) PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDD_CANCEL, 0), 0);
+        else
+            for (int i = 0; i < 20; ++i, Sleep(200)) EnumThreadWindows(thread, CloseBox, 0);
+    });
+    EXPECT_EQ(again.RunFilter(), userCanceledErr);
+    second.join();
+    EXPECT_EQ(place.left, 40);
+    EXPECT_EQ(place.top, 100);
+    EXPECT_EQ(place.right - place.left, 950);
+    DeleteFileA(ini.c_str());
 }

@@ -42,7 +42,8 @@ HCURSOR HandCursor = nullptr;
 ShadowWeights CornerWeights{};
 DibSection BandPixels, HeaderStrip, HeaderTile;
 ZoomButtons Zoom;
-HBITMAP ZoomBitmaps[6] = {}; // 1000 normal, disabled, hover; 1001 the same
+HBITMAP ZoomBitmaps[6] = {};   // 1000 normal, disabled, hover; 1001 the same
+HBITMAP HeaderBitmaps[2] = {}; // 213 left, 215 right
 
 // Classes the toolkit registers; until it does, stand-ins keep the template loadable.
 const char* const kToolkitClasses[] = {"OrnQZT2Class",        "Control CPP",        "Control Button Fire CPP",
@@ -305,6 +306,11 @@ void InitDialog(HWND dialog) {
     FilterParameters& p = *gParams;
     if (p.ApplySeries) SetDlgItemTextA(dialog, IDD_OK, p.ApplyToAll ? "Apply to All" : "Apply");
     LoadArt(art::kHeaderTile, HeaderTile);
+    const int headers[2][2] = {{IDC_HEADER_LEFT, art::kHeaderLeft}, {IDC_HEADER_RIGHT, art::kHeaderRight}};
+    for (int i = 0; i < 2; ++i) {
+        HeaderBitmaps[i] = HBITMAP(LoadImageA(Module, MAKEINTRESOURCEA(headers[i][1]), IMAGE_BITMAP, 0, 0, 0));
+        SendDlgItemMessageA(dialog, headers[i][0], STM_SETIMAGE, IMAGE_BITMAP, LPARAM(HeaderBitmaps[i]));
+    }
     DibSection corner;
     if (LoadArt(art::kCornerWeights, corner)) CornerWeights = ReadShadowWeights(corner.View());
 
@@ -368,6 +374,10 @@ void InitDialog(HWND dialog) {
 void Destroy(HWND dialog) {
     DialogOpen = false;
     for (int id = QZ_HOTKEY_ZOOM_UP; id <= QZ_HOTKEY_ACTUAL; ++id) UnregisterHotKey(dialog, id);
+    for (HBITMAP& b : HeaderBitmaps) {
+        if (b) DeleteObject(b);
+        b = nullptr;
+    }
     for (HBITMAP& b : ZoomBitmaps) {
         if (b) DeleteObject(b);
         b = nullptr;

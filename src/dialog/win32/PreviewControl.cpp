@@ -44,6 +44,12 @@ void Paint(PreviewControl& c) {
         DeleteObject(bitmap);
         DeleteDC(memory);
     } else {
+        // Around a picture smaller than the control lies the dialog's face, not an older picture.
+        const RECT inside{c.picture.drawX, c.picture.drawY, c.picture.drawX + c.picture.width,
+                          c.picture.drawY + c.picture.height};
+        ExcludeClipRect(dc, inside.left, inside.top, inside.right, inside.bottom);
+        FillRect(dc, &client, PreviewBackBrush ? PreviewBackBrush : HBRUSH(GetStockObject(GRAY_BRUSH)));
+        SelectClipRgn(dc, nullptr);
         BlitPicture(dc, c.picture, c.picture.drawX, c.picture.drawY);
     }
     EndPaint(c.window, &ps);
