@@ -217,3 +217,35 @@ TEST(MainDialog, OpensAtFullSizeLaysOutAsComputedZoomsAndCancels) {
     EXPECT_EQ(place.right - place.left, 950);
     DeleteFileA(ini.c_str());
 }
+
+TEST(MainDialog, OkRendersAsThePlayedRecordedDescriptor) {
+    HMODULE module = LoadLibraryA(ModulePath().c_str());
+    ASSERT_NE(module, nullptr);
+    auto entry = reinterpret_cast<hostsim::PluginEntry>(reinterpret_cast<void*>(GetProcAddress(module, "PluginMain")));
+    std::vector<uint8> pixels(size_t(320) * 200 * 4);
+    for (size_t i = 0; i < pixels.size(); ++i) pixels[i] = i % 4 == 3 ? 255 : uint8(i * 13 + i / 977);
+    const hostsim::Document doc = hostsim::MakeDocument(320, 200, plugInModeRGBColor, 8, pixels, 4);
+
+    hostsim::Host host(doc, {}, entry);
+    const DWORD thread = GetCurrentThreadId();
+    bool found = false;
+    std::thread driver([&] {
+        std::string alerts;
+        HWND dialog = WaitForDialog(thread, alerts);
+        found = dialog != nullptr;
+        if (dialog) PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDD_OK, 0), 0);
+        else
+            for (int i = 0; i < 20; ++i, Sleep(200)) EnumThreadWindows(thread, CloseBox, 0);
+    });
+    EXPECT_EQ(host.RunFilter(), noErr);
+    driver.join();
+    ASSERT_TRUE(found);
+    ASSERT_TRUE(host.HasRecorded());
+    EXPECT_NE(host.Doc().Target().pixels, doc.Target().pixels); // the default look changes the picture
+
+    // The same keys played with the dialog off, in a new session: the same bytes.
+    hostsim::Host played(doc, {}, entry);
+    EXPECT_EQ(played.PlayAction(host.Recorded(), plugInDialogDontDisplay), noErr);
+    EXPECT_EQ(played.Doc().Target().pixels, host.Doc().Target().pixels);
+    EXPECT_EQ(played.Doc().Target().transparency, host.Doc().Target().transparency);
+}
