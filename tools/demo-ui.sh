@@ -35,8 +35,18 @@ expect-enabled 1001 0
 shot $out/fit-96dpi.png
 command 9002
 expect-text 1003 100%
+# Ctrl + drag on the Wash tab slides the wash's texture.
+tab 1
+wait-render
+drag 200 200 160 170 ctrl
+wait-render
+shot $out/wash-moved-96dpi.png
 ok
 SCRIPT
 "$here/wine-run.sh" "$win/wineprefix" "$win/bin/filterhost.exe" --in "$out/in.pam" --out "$out/out.pam" \
-  --dialog --drive "$out/drive.txt"
-for tab in basic wash surface background fit; do echo "$out/$tab-96dpi.png"; done
+  --dialog --drive "$out/drive.txt" --record "$out/recorded.txt"
+if ! grep -Eq '^OW1[XY]=[1-9]' "$out/recorded.txt"; then
+  echo "demo-ui: Ctrl + drag on the Wash tab left the wash's offset: $(grep OW1 "$out/recorded.txt" | tr '\n' ' ')" >&2
+  exit 1
+fi
+for tab in basic wash surface background fit wash-moved; do echo "$out/$tab-96dpi.png"; done

@@ -76,14 +76,6 @@ void Button(DWORD flags) {
     SendInput(1, &in, sizeof in);
 }
 
-void Key(WORD key, bool up) {
-    INPUT in{};
-    in.type = INPUT_KEYBOARD;
-    in.ki.wVk = key;
-    in.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
-    SendInput(1, &in, sizeof in);
-}
-
 void PutChunk(std::string& png, const char* type, const std::string& data) {
     const uint32_t n = uint32_t(data.size());
     const char length[4] = {char(n >> 24), char(n >> 16), char(n >> 8), char(n)};
@@ -189,18 +181,17 @@ std::string Run(HWND dialog, const std::string& line) {
         if (!(in >> x0 >> y0 >> x1 >> y1)) return "drag needs four numbers";
         std::string ctrl;
         in >> ctrl;
+        // Mouse messages with the key state they carry, as the preview reads them.
         HWND preview = Control(dialog, IDC_PREVIEW);
-        POINT origin{0, 0};
-        ClientToScreen(preview, &origin);
-        if (ctrl == "ctrl") Key(VK_CONTROL, false);
-        MouseTo(origin.x + x0, origin.y + y0);
-        Button(MOUSEEVENTF_LEFTDOWN);
+        if (!preview) return "no preview";
+        const WPARAM keys = ctrl == "ctrl" ? MK_CONTROL : 0;
+        SendMessageA(preview, WM_MOUSEMOVE, keys, MAKELPARAM(x0, y0));
+        SendMessageA(preview, WM_LBUTTONDOWN, keys | MK_LBUTTON, MAKELPARAM(x0, y0));
         for (int step = 1; step <= 8; ++step) {
-            Sleep(20);
-            MouseTo(origin.x + x0 + (x1 - x0) * step / 8, origin.y + y0 + (y1 - y0) * step / 8);
+            const int x = x0 + (x1 - x0) * step / 8, y = y0 + (y1 - y0) * step / 8;
+            SendMessageA(preview, WM_MOUSEMOVE, keys | MK_LBUTTON, MAKELPARAM(x, y));
         }
-        Button(MOUSEEVENTF_LEFTUP);
-        if (ctrl == "ctrl") Key(VK_CONTROL, true);
+        SendMessageA(preview, WM_LBUTTONUP, keys, MAKELPARAM(x1, y1));
     } else if (verb == "expect-enabled") {
         int want = 0;
         if (!(in >> id >> want)) return "expect-enabled needs an id and 0 or 1";

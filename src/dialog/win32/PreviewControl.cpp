@@ -7,7 +7,8 @@ HBRUSH PreviewBackBrush = nullptr;
 
 namespace {
 
-bool CtrlDown() { return (GetKeyState(VK_CONTROL) & 0x8000) != 0; }
+// The mouse message's own key state: Ctrl as it was when the message was made.
+bool CtrlDown(WPARAM wparam) { return (wparam & MK_CONTROL) != 0; }
 
 void BlitPicture(HDC dc, const PreviewPicture& p, int32_t x, int32_t y) {
     BITMAPINFO info{};
@@ -70,13 +71,13 @@ LRESULT Handle(PreviewControl& c, UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ERASEBKGND: return 1;
     case WM_LBUTTONDOWN:
         SetCapture(c.window);
-        c.pan.ctrlDrag = CtrlDown();
+        c.pan.ctrlDrag = CtrlDown(wparam);
         c.dragStartX = x, c.dragStartY = y;
         c.pan.dragMovedX = c.pan.dragMovedY = 0;
         c.dragging = true;
         return 0;
     case WM_MOUSEMOVE:
-        if (!CtrlDown() && !c.pan.ctrlDrag && PreviewHoverCursor) SetCursor(PreviewHoverCursor);
+        if (!CtrlDown(wparam) && !c.pan.ctrlDrag && PreviewHoverCursor) SetCursor(PreviewHoverCursor);
         if (!(wparam & MK_LBUTTON) || !c.dragging) return 0;
         if (!c.pan.ctrlDrag && PreviewDragCursor) SetCursor(PreviewDragCursor);
         c.pan.dragMovedX += x - c.dragStartX;
