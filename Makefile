@@ -58,6 +58,8 @@ demo: win64 photos art
 	@bash tools/stage-dist.sh $(WIN64)/bin $(NATIVE)/data/Quenzit dist/Quenzit-win64
 	@echo "Staged dist/Quenzit-win64/"
 	@bash tools/demo-renders.sh $(NATIVE)/bin $(NATIVE)/data/Quenzit build/photos out/demo
+	@echo "Pictures of the dialog:"
+	@bash tools/demo-ui.sh $(WIN64) $(NATIVE)/bin build/photos out/demo/ui
 
 # Every source as .clang-format says; a test of the native build checks it stays so.
 format: deps

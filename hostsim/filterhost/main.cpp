@@ -5,6 +5,8 @@
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>
+
+#include "DialogDriver.h"
 #else
 #include "state/PathTable.h"
 #include "host/PluginMain.h"
@@ -50,7 +52,13 @@ const char kHelp[] = "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OU
                      "                      transparency. CMYK samples are ink amounts (0 = no ink).\n"
                      "  --out OUT.pam       where the result goes, in the picture's own tuple type.\n"
                      "  --selection MASK.pam  a GRAYSCALE PAM of the same size: the selection (255 = selected).\n"
-                     "  --dialog            play the step with its dialog (playInfo 1); default: dialog off (0).\n"
+                     "  --dialog            play the step with its dialog (playInfo 1) under a top-level window of\n"
+                     "                      this program; default: dialog off (0).\n"
+                     "  --drive SCRIPT      with --dialog (Windows build only): play the dialog from SCRIPT, one\n"
+                     "                      command a line: tab N, click ID, command ID [CODE], drag X0 Y0 X1 Y1\n"
+                     "                      [ctrl], expect-enabled ID 0|1, expect-text ID TEXT, wait-render,\n"
+                     "                      shot FILE.png, ok, cancel. A failed line is named and cancels.\n"
+                     "  --record FILE       after the run, the descriptor the plug-in recorded as KEY=VALUE lines.\n"
                      "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
                      "                      conversion); the result is then written as CMYK.\n"
                      "  --data DIR          the plug-in's data folder (textures, presets), of any name, for the\n"
@@ -218,10 +226,33 @@ std::string DefaultPlugin() {
 }
 #endif
 
+// The recorded descriptor, one KEY=VALUE a line in the order recorded; kinds without a
+// plain text form are left out.
+bool WriteRecorded(const Host& host, const std::string& path) {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    if (!f) return false;
+    const Descriptor& d = host.Recorded();
+    for (size_t i = 0; host.HasRecorded() && i < d.Count(); ++i) {
+        const uint32 k = d.KeyAt(i);
+        const char key[5] = {char(k >> 24), char(k >> 16), char(k >> 8), char(k), 0};
+        const Value& v = d.ValueAt(i);
+        switch (v.type) {
+        case typeInteger:
+        case typeSInt64: std::fprintf(f, "%s=%lld\n", key, static_cast<long long>(v.integer)); break;
+        case typeFloat:
+        case typeUnitFloat: std::fprintf(f, "%s=%.17g\n", key, v.number); break;
+        case typeBoolean: std::fprintf(f, "%s=%s\n", key, v.integer ? "true" : "false"); break;
+        case typeChar: std::fprintf(f, "%s=%s\n", key, v.bytes.c_str()); break;
+        default: break;
+        }
+    }
+    return std::fclose(f) == 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    std::string plugin, inPath, outPath, selectionPath, registryPath, dataPath;
+    std::string plugin, inPath, outPath, selectionPath, registryPath, dataPath, drivePath, recordPath;
     bool dialog = false, cmyk = false;
     HostOptions options;
     Descriptor played;
@@ -262,6 +293,10 @@ int main(int argc, char** argv) {
             OmitSuite(name, options);
         } else if (arg == "--dialog") {
             dialog = true;
+        } else if (arg == "--record") {
+            if (!value(recordPath)) return Usage("--record needs a path");
+        } else if (arg == "--drive") {
+            if (!value(drivePath)) return Usage("--drive needs a script");
         } else if (arg == "--cmyk") {
             cmyk = true;
         } else if (arg.compare(0, 2, "--") == 0) {
@@ -361,6 +396,18 @@ int main(int argc, char** argv) {
     }
     options.registry = registry;
 
+#ifdef _WIN32
+    // The dialog's parent: a real top-level window, as a host has.
+    HWND frame = nullptr;
+    if (dialog) {
+        frame = CreateWindowExA(0, "STATIC", "filterhost", WS_OVERLAPPEDWINDOW, 0, 0, 320, 200, nullptr, nullptr,
+                                GetModuleHandleA(nullptr), nullptr);
+        options.windowsParent = intptr_t(frame);
+    }
+    if (!drivePath.empty()) StartDialogDriver(drivePath);
+#else
+    if (!drivePath.empty()) return Usage("--drive needs the Windows build");
+#endif
     Host host(std::move(doc), options, entry);
     if (!host.DocumentError().empty()) {
         std::fprintf(stderr, "filterhost: %s\n", host.DocumentError().c_str());
@@ -368,8 +415,17 @@ int main(int argc, char** argv) {
     }
     const int16 playInfo = dialog ? plugInDialogDisplay : plugInDialogDontDisplay;
     const int16 result = host.PlayAction(played, playInfo);
+#ifdef _WIN32
+    const bool driven = FinishDialogDriver();
+    if (frame) DestroyWindow(frame);
+    if (!driven) return kExitPlugin;
+#endif
     for (const std::string& m : host.TakeMisuse()) std::fprintf(stderr, "filterhost: host noticed: %s\n", m.c_str());
 
+    if (!recordPath.empty() && !WriteRecorded(host, recordPath)) {
+        std::fprintf(stderr, "filterhost: cannot write %s\n", recordPath.c_str());
+        return kExitInput;
+    }
     if (!registryPath.empty() && !registry->Save(registryPath)) {
         std::fprintf(stderr, "filterhost: cannot write %s\n", registryPath.c_str());
         return kExitInput;

@@ -31,3 +31,23 @@
 #define IDC_HEADER_LEFT 1161
 #define IDC_HEADER_RIGHT 1128
 #define IDC_UNUSED_ICON 1158
+
+// Commands without a control of this template.
+#define IDC_NAVIGATOR_FIRST 500
+#define IDC_NAVIGATOR_LAST 516
+#define IDC_PARAMS_CHANGED 1008 // render and repaint, after a change of gParams
+#define IDC_PARAMS_CHANGED_TOO 1009
+#define IDC_TEXTURE_DRAWER 1177
+#define IDC_TONE_DRAWER 1178
+#define IDC_ZOOM_FIT 9001    // Ctrl + 0
+#define IDC_ZOOM_ACTUAL 9002 // Ctrl + 1
+// The preview's notification: a pan finished, or a step of an offset drag.
+#define QZ_PREVIEW_PANNED 9
+// An edit's notification asking it to show its stored value again (Esc).
+#define QZ_EDIT_RESTORE 27
+
+// Hot keys of the dialog.
+#define QZ_HOTKEY_ZOOM_UP 1
+#define QZ_HOTKEY_ZOOM_DOWN 2
+#define QZ_HOTKEY_FIT 3
+#define QZ_HOTKEY_ACTUAL 4

@@ -2,3 +2,7 @@
 #pragma once
 
 bool OpenDialog();
+
+// When set, stands in for the dialog: the in-process tests play one without windows,
+// inside the Start call, with the host's record live.
+extern bool (*DialogStandIn)();

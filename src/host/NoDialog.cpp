@@ -2,4 +2,4 @@
 
 // Builds without windows (the native one, driven by hostsim and the command line) have
 // no dialog, so an interactive run there is a cancelled one.
-bool OpenDialog() { return false; }
+bool OpenDialog() { return DialogStandIn ? DialogStandIn() : false; }

@@ -1,5 +1,620 @@
-#include "dialog/DialogIds.h"
-#include "host/Dialog.h"
+#include "dialog/win32/MainDialog.h"
 
-// The modal dialog comes here; until it does, an interactive run is a cancelled one.
-bool OpenDialog() { return false; }
+#include "dialog/DialogIds.h"
+#include "dialog/FramePainters.h"
+#include "dialog/win32/PreviewControl.h"
+#include "controls/win32/DibSection.h"
+#include "effects/EffectLayer.h"
+#include "host/ChannelAccess.h"
+#include "host/Dialog.h"
+#include "host/PreviewGeometry.h"
+#include "host/Rectangles.h"
+#include "host/RunFilter.h"
+#include "host/Session.h"
+#include "presets/UiSettings.h"
+#include "resources/ArtIds.h"
+#include "state/Progress.h"
+#include "state/ViewState.h"
+#include "state/WorkImages.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+#include <utility>
+
+FilterParameters SavedParams{};
+FilterParameters LastUsedParams{};
+int32_t ScreenDpi = 96;
+float DpiScale = 1.0f;
+int32_t HeaderMiddleWidth = 0;
+LayoutRect PreviewFrame, TabBandTop, TabBandBottom;
+uint8_t DrawerOpen = 0;
+
+namespace {
+
+HINSTANCE Module = nullptr;
+HBRUSH DialogBrush = nullptr, LightGreyBrush = nullptr, DarkGreyBrush = nullptr;
+uint32_t DialogColor = 0; // 0x00RRGGBB
+HCURSOR HandCursor = nullptr;
+ShadowWeights CornerWeights{};
+DibSection BandPixels, HeaderStrip, HeaderTile;
+ZoomButtons Zoom;
+HBITMAP ZoomBitmaps[6] = {};   // 1000 normal, disabled, hover; 1001 the same
+HBITMAP HeaderBitmaps[2] = {}; // 213 left, 215 right
+
+// Classes the toolkit registers; until it does, stand-ins keep the template loadable.
+const char* const kToolkitClasses[] = {"OrnQZT2Class",        "Control CPP",        "Control Button Fire CPP",
+                                       "Control Glass CPP",   "Control Button CPP", "Contaner Anim CPP",
+                                       "Contaner CPP",        "Rotor CPP",          "Mac Slider CPP",
+                                       "Glass Slider CPP",    "Contaner Color CPP", "Spin Edit CPP",
+                                       "Color Equalizer CPP", "ContainerLinkC",     "OrnDrawerClass"};
+bool StandInRegistered[std::size(kToolkitClasses)] = {};
+
+HINSTANCE ThisModule() {
+    HMODULE module = nullptr;
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCSTR>(&ThisModule), &module);
+    return module;
+}
+
+void RegisterClasses() {
+    for (size_t i = 0; i < std::size(kToolkitClasses); ++i) {
+        WNDCLASSEXA existing{};
+        existing.cbSize = sizeof existing;
+        if (GetClassInfoExA(Module, kToolkitClasses[i], &existing)) continue;
+        WNDCLASSEXA wc{};
+        wc.cbSize = sizeof wc;
+        wc.lpfnWndProc = DefWindowProcA;
+        wc.hInstance = Module;
+        wc.lpszClassName = kToolkitClasses[i];
+        StandInRegistered[i] = RegisterClassExA(&wc) != 0;
+    }
+    RegisterPreviewClass(Module);
+}
+
+void UnregisterClasses() {
+    for (size_t i = 0; i < std::size(kToolkitClasses); ++i)
+        if (std::exchange(StandInRegistered[i], false)) UnregisterClassA(kToolkitClasses[i], Module);
+    UnregisterPreviewClass(Module);
+}
+
+// A bitmap resource read into a DIB section of its size, top row first.
+bool LoadArt(int id, DibSection& into) {
+    HBITMAP bitmap = HBITMAP(LoadImageA(Module, MAKEINTRESOURCEA(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+    if (!bitmap) return false;
+    BITMAP info{};
+    GetObjectA(bitmap, sizeof info, &info);
+    bool ok = into.Resize(info.bmWidth, info.bmHeight);
+    if (ok) {
+        BITMAPINFO bi{};
+        bi.bmiHeader.biSize = sizeof bi.bmiHeader;
+        bi.bmiHeader.biWidth = info.bmWidth;
+        bi.bmiHeader.biHeight = -info.bmHeight;
+        bi.bmiHeader.biPlanes = 1;
+        bi.bmiHeader.biBitCount = 32;
+        HDC screen = GetDC(nullptr);
+        ok = GetDIBits(screen, bitmap, 0, UINT(info.bmHeight), into.View().bits, &bi, DIB_RGB_COLORS) != 0;
+        ReleaseDC(nullptr, screen);
+    }
+    DeleteObject(bitmap);
+    return ok;
+}
+
+UnderImage PreviewUnderImage;
+
+HWND Item(HWND dialog, int id) { return GetDlgItem(dialog, id); }
+PreviewControl* Preview(HWND dialog) { return PreviewRecord(Item(dialog, IDC_PREVIEW)); }
+
+HWND ProgressBar = nullptr;
+void DialogBar(int32_t done, int32_t total) {
+    if (!ProgressBar) return;
+    SendMessageA(ProgressBar, PBM_SETRANGE, 0, MAKELPARAM(0, 100));
+    SendMessageA(ProgressBar, PBM_SETPOS, total > 0 ? WPARAM(int64_t(done) * 100 / total) : 0, 0);
+}
+
+void SetZoomButtons(HWND dialog) {
+    EnableWindow(Item(dialog, IDC_ZOOM_UP), Zoom.up);
+    EnableWindow(Item(dialog, IDC_ZOOM_DOWN), Zoom.down);
+    SendMessageA(Item(dialog, IDC_ZOOM_UP), BM_SETIMAGE, IMAGE_BITMAP, LPARAM(ZoomBitmaps[Zoom.up ? 0 : 1]));
+    SendMessageA(Item(dialog, IDC_ZOOM_DOWN), BM_SETIMAGE, IMAGE_BITMAP, LPARAM(ZoomBitmaps[Zoom.down ? 3 : 4]));
+}
+
+void SetPercentLabel(HWND dialog) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%d%%", PreviewPercent());
+    SetWindowTextA(Item(dialog, IDC_ZOOM_LABEL), text);
+}
+
+// The picture from the host's output buffer as it stands: no render.
+void BuildPicture(HWND dialog) {
+    PreviewControl* c = Preview(dialog);
+    if (!c) return;
+    c->picture = {};
+    if (!gFilterRecord || !gFilterRecord->outData) return;
+    const VRect out = GetOutRect();
+    const PreviewSource source{gFilterRecord->outData,
+                               gFilterRecord->outRowBytes,
+                               gFilterRecord->planes,
+                               RectWidth(out),
+                               RectHeight(out),
+                               gFilterRecord->depth == 16,
+                               gFilterRecord->imageMode == plugInModeCMYKColor};
+    c->picture = BuildPreviewPicture(source, &PreviewUnderImage, c->pan.width, c->pan.height);
+}
+
+void RefreshPreview(HWND dialog, bool erase = true) {
+    RunFilter();
+    BuildPicture(dialog);
+    RedrawWindow(Item(dialog, IDC_PREVIEW), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | (erase ? RDW_ERASE : 0));
+}
+
+// The source anew at the preview's rectangles, with what lies under it.
+void AcquirePreview() {
+    AcquirePreviewSource();
+    PreviewUnderImage = {};
+    if (MergedBelow)
+        PreviewUnderImage =
+            BuildUnderImage(*MergedBelow, ImageWidth, ImageHeight, PreviewOriginX, PreviewOriginY, PreviewScale);
+}
+
+void Place(HWND dialog, int id, const LayoutBox& b) {
+    if (HWND w = Item(dialog, id)) MoveWindow(w, b.x, b.y, b.width, b.height, TRUE);
+}
+
+TabRecord* Tabs(HWND dialog) { return reinterpret_cast<TabRecord*>(GetWindowLongPtrA(dialog, DWLP_USER)); }
+
+constexpr int kOptionBoxes[4] = {IDC_OPTION_BASIC, IDC_OPTION_WASH, IDC_OPTION_SURFACE, IDC_OPTION_BACKGROUND};
+
+void ApplyLayout(HWND dialog, int32_t w, int32_t h) {
+    const DialogLayout d = LayoutDialog(w, h, ScreenDpi, PreviewFrame, TabBandTop);
+    HeaderMiddleWidth = d.headerMiddleWidth;
+    Place(dialog, IDC_HEADER_RIGHT, d.rightHeader);
+    Place(dialog, IDC_ALL_PRESETS, d.allPresets);
+    Place(dialog, IDC_HELP_BUTTON, d.help);
+    if (TabRecord* t = Tabs(dialog)) {
+        if (t->tabs) MoveWindow(t->tabs, d.tabs.x, d.tabs.y, d.tabs.width, d.tabs.height, TRUE);
+    }
+    Place(dialog, IDD_OK, d.ok);
+    Place(dialog, IDD_CANCEL, d.cancel);
+    Place(dialog, IDC_ZOOM_UP, d.zoomUp);
+    Place(dialog, IDC_ZOOM_DOWN, d.zoomDown);
+    Place(dialog, IDC_ZOOM_LABEL, d.percent);
+    Place(dialog, IDC_PROGRESS, d.progress);
+    PreviewFrame = d.frame;
+    TabBandTop = d.bandTop;
+    TabBandBottom = d.bandBottom;
+    BandPixels.Resize(d.bandWidth, kBandHeight);
+    const RECT dirty{d.invalidate.left, d.invalidate.top, d.invalidate.right, d.invalidate.bottom};
+    InvalidateRect(dialog, &dirty, TRUE);
+    for (int id : kOptionBoxes) Place(dialog, id, d.optionBox);
+    Place(dialog, IDC_PREVIEW, d.preview);
+    SetPercentLabel(dialog);
+}
+
+// The result options of the active tab, hidden altogether in a series.
+void ShowResultOptions(HWND dialog) {
+    for (int tab = 0; tab < 4; ++tab)
+        ShowWindow(Item(dialog, kOptionBoxes[tab]), !gParams->ApplySeries && tab == ActiveTab ? SW_SHOW : SW_HIDE);
+}
+
+void CheckResultOptions(HWND dialog) {
+    const FilterParameters& p = *gParams;
+    CheckDlgButton(dialog, IDC_OPTION_BASIC, p.EffectInNewLayer ? BST_CHECKED : BST_UNCHECKED);
+    CheckDlgButton(dialog, IDC_OPTION_WASH, p.EffectOnMask ? BST_CHECKED : BST_UNCHECKED);
+    CheckDlgButton(dialog, IDC_OPTION_BACKGROUND, p.BackgroundInNewLayer ? BST_CHECKED : BST_UNCHECKED);
+    CheckDlgButton(dialog, IDC_OPTION_SURFACE, p.SurfaceInNewLayer ? BST_CHECKED : BST_UNCHECKED);
+}
+
+// Turning the mask option on turns the background option on; never the other way.
+void ReadResultOptions(HWND dialog) {
+    FilterParameters& p = *gParams;
+    const uint8_t maskBefore = p.EffectOnMask;
+    p.EffectInNewLayer = IsDlgButtonChecked(dialog, IDC_OPTION_BASIC) == BST_CHECKED;
+    p.EffectOnMask = IsDlgButtonChecked(dialog, IDC_OPTION_WASH) == BST_CHECKED;
+    p.SurfaceInNewLayer = IsDlgButtonChecked(dialog, IDC_OPTION_SURFACE) == BST_CHECKED;
+    p.BackgroundInNewLayer = IsDlgButtonChecked(dialog, IDC_OPTION_BACKGROUND) == BST_CHECKED;
+    if (p.EffectOnMask && !maskBefore) p.BackgroundInNewLayer = 1;
+    CheckResultOptions(dialog);
+}
+
+void ToggleOption(HWND dialog, int label) {
+    FilterParameters& p = *gParams;
+    switch (label) {
+    case IDC_LABEL_BASIC: p.EffectInNewLayer = !p.EffectInNewLayer; break;
+    case IDC_LABEL_WASH:
+        p.EffectOnMask = !p.EffectOnMask;
+        if (p.EffectOnMask) p.BackgroundInNewLayer = 1;
+        break;
+    case IDC_LABEL_BACKGROUND: p.BackgroundInNewLayer = !p.BackgroundInNewLayer; break;
+    case IDC_LABEL_SURFACE: p.SurfaceInNewLayer = !p.SurfaceInNewLayer; break;
+    }
+    CheckResultOptions(dialog);
+}
+
+void EnableResultOptions(HWND dialog) {
+    const bool cmyk = gFilterRecord->imageMode == plugInModeCMYKColor;
+    const bool mask = HostActionSuites && gFilterRecord->planes >= (cmyk ? 5 : 4);
+    for (int id : {IDC_OPTION_BASIC, IDC_OPTION_BACKGROUND, IDC_OPTION_SURFACE, IDC_LABEL_BASIC, IDC_LABEL_BACKGROUND,
+                   IDC_LABEL_SURFACE})
+        EnableWindow(Item(dialog, id), HostActionSuites);
+    EnableWindow(Item(dialog, IDC_OPTION_WASH), mask);
+    EnableWindow(Item(dialog, IDC_LABEL_WASH), mask);
+}
+
+void MakeTabs(HWND dialog) {
+    auto* t = new TabRecord;
+    SetWindowLongPtrA(dialog, DWLP_USER, LONG_PTR(t));
+    RECT pane{};
+    GetWindowRect(Item(dialog, IDC_RIGHT_PANE), &pane);
+    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&pane), 2);
+    t->tabs = CreateWindowExA(
+        0, WC_TABCONTROLA, "", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | TCS_HOTTRACK, 10, 80,
+        PreviewFrame.left - 19, pane.bottom - 70, dialog, HMENU(INT_PTR(IDC_TABS)), Module, nullptr);
+    const char* names[4] = {"   Basic   ", "    Wash   ", "  Surface  ", "  Background  "};
+    for (int i = 0; i < 4; ++i) {
+        TCITEMA item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = const_cast<char*>(names[i]);
+        SendMessageA(t->tabs, TCM_INSERTITEMA, WPARAM(i), LPARAM(&item));
+    }
+    t->display = {10, 80, PreviewFrame.left - 9, pane.bottom + 10};
+    SendMessageA(t->tabs, TCM_ADJUSTRECT, FALSE, LPARAM(&t->display));
+    SendMessageA(t->tabs, TCM_SETCURSEL, WPARAM(ActiveTab), 0);
+}
+
+// The stored place, raised to the minimum size and brought back onto a monitor when it
+// lies wholly off every one.
+RECT WindowPlace() {
+    const LayoutBox least = MinimumTrackSize(ScreenDpi);
+    FilterParameters& p = *gParams;
+    RECT r{p.WindowLeft, p.WindowTop, p.WindowLeft + std::max(p.WindowWidth, least.width),
+           p.WindowTop + std::max(p.WindowHeight, least.height)};
+    if (!MonitorFromRect(&r, MONITOR_DEFAULTTONULL)) {
+        MONITORINFO info{};
+        info.cbSize = sizeof info;
+        GetMonitorInfoA(MonitorFromRect(&r, MONITOR_DEFAULTTONEAREST), &info);
+        const RECT& work = info.rcWork;
+        const LONG w = r.right - r.left, h = r.bottom - r.top;
+        r.left = std::clamp<LONG>(r.left, work.left, std::max(work.left, work.right - w));
+        r.top = std::clamp<LONG>(r.top, work.top, std::max(work.top, work.bottom - h));
+        r.right = r.left + w, r.bottom = r.top + h;
+    }
+    return r;
+}
+
+void LoadZoomBitmaps() {
+    const int ids[6] = {art::kZoomInNormal,  art::kZoomInDisabled,  art::kZoomInHover,
+                        art::kZoomOutNormal, art::kZoomOutDisabled, art::kZoomOutHover};
+    for (int i = 0; i < 6; ++i)
+        ZoomBitmaps[i] = HBITMAP(LoadImageA(Module, MAKEINTRESOURCEA(ids[i]), IMAGE_BITMAP, 0, 0, 0));
+}
+
+void InitDialog(HWND dialog) {
+    HDC dc = GetDC(dialog);
+    ScreenDpi = GetDeviceCaps(dc, LOGPIXELSY);
+    ReleaseDC(dialog, dc);
+    DpiScale = DpiScaleOf(ScreenDpi);
+
+    RegisterHotKey(dialog, QZ_HOTKEY_ZOOM_UP, MOD_CONTROL, VK_ADD);
+    RegisterHotKey(dialog, QZ_HOTKEY_ZOOM_DOWN, MOD_CONTROL, VK_SUBTRACT);
+    RegisterHotKey(dialog, QZ_HOTKEY_FIT, MOD_CONTROL, '0');
+    RegisterHotKey(dialog, QZ_HOTKEY_ACTUAL, MOD_CONTROL, '1');
+
+    FilterParameters& p = *gParams;
+    if (p.ApplySeries) SetDlgItemTextA(dialog, IDD_OK, p.ApplyToAll ? "Apply to All" : "Apply");
+    LoadArt(art::kHeaderTile, HeaderTile);
+    const int headers[2][2] = {{IDC_HEADER_LEFT, art::kHeaderLeft}, {IDC_HEADER_RIGHT, art::kHeaderRight}};
+    for (int i = 0; i < 2; ++i) {
+        HeaderBitmaps[i] = HBITMAP(LoadImageA(Module, MAKEINTRESOURCEA(headers[i][1]), IMAGE_BITMAP, 0, 0, 0));
+        SendDlgItemMessageA(dialog, headers[i][0], STM_SETIMAGE, IMAGE_BITMAP, LPARAM(HeaderBitmaps[i]));
+    }
+    DibSection corner;
+    if (LoadArt(art::kCornerWeights, corner)) CornerWeights = ReadShadowWeights(corner.View());
+
+    RECT preview{};
+    GetWindowRect(Item(dialog, IDC_PREVIEW), &preview);
+    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&preview), 2);
+    const PreviewFrameSetup frame =
+        InitialPreviewFrame(LayoutRect{preview.left, preview.top, preview.right, preview.bottom}, ScreenDpi);
+    PreviewFrame = frame.frame;
+    TabBandTop = frame.bandTop;
+    TabBandBottom = frame.bandBottom;
+
+    ProgressPercent = 0;
+    DialogOpen = true;
+
+    if (PreviewControl* c = Preview(dialog)) c->mode = 1;
+    ProgressBar = Item(dialog, IDC_PROGRESS);
+    SendMessageA(ProgressBar, PBM_SETRANGE, 0, MAKELPARAM(0, 100));
+    DialogProgressBar = DialogBar;
+
+    CheckResultOptions(dialog);
+    EnableResultOptions(dialog);
+    MakeTabs(dialog);
+    ShowResultOptions(dialog);
+
+    const RECT place = WindowPlace();
+    SetWindowPos(dialog, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOREDRAW);
+    RECT client;
+    GetClientRect(dialog, &client);
+    ApplyLayout(dialog, client.right, client.bottom);
+
+    ReadDocumentLayers();
+    if (ResultIsSet()) {
+        SetResult(noErr);
+        FreeDocumentLayers();
+    }
+    if (PreviewControl* c = Preview(dialog)) {
+        OpenPreviewGeometry(c->pan, Zoom);
+        // A failed first request drops the selection.
+        if (ResultIsSet()) HaveMask = false;
+    }
+    LoadZoomBitmaps();
+    SetZoomButtons(dialog);
+    SetPercentLabel(dialog);
+
+    if (!ResultIsSet()) {
+        AcquirePreview();
+        CreateEngine();
+    }
+    if (ResultIsSet()) {
+        SetResult(noErr);
+    } else {
+        RunFilter();
+        BuildPicture(dialog);
+    }
+    SavedParams = *gParams;
+    LastUsedParams = *gParams;
+}
+
+void Destroy(HWND dialog) {
+    DialogOpen = false;
+    for (int id = QZ_HOTKEY_ZOOM_UP; id <= QZ_HOTKEY_ACTUAL; ++id) UnregisterHotKey(dialog, id);
+    for (HBITMAP& b : HeaderBitmaps) {
+        if (b) DeleteObject(b);
+        b = nullptr;
+    }
+    for (HBITMAP& b : ZoomBitmaps) {
+        if (b) DeleteObject(b);
+        b = nullptr;
+    }
+    BandPixels.Release();
+    HeaderStrip.Release();
+    HeaderTile.Release();
+    DestroyEngine();
+    FreeWorkImages();
+    FreeDocumentLayers();
+    PreviewUnderImage = {};
+    DialogProgressBar = nullptr;
+    ProgressBar = nullptr;
+    RECT r;
+    GetWindowRect(dialog, &r);
+    FilterParameters& p = *gParams;
+    p.WindowLeft = r.left;
+    p.WindowTop = r.top;
+    p.WindowWidth = r.right - r.left;
+    p.WindowHeight = r.bottom - r.top;
+    delete Tabs(dialog);
+    SetWindowLongPtrA(dialog, DWLP_USER, 0);
+}
+
+void PaintFrame(HWND dialog) {
+    PAINTSTRUCT ps;
+    HDC dc = BeginPaint(dialog, &ps);
+    if (BandPixels.View().bits) {
+        PaintBand(BandPixels.View(), CornerWeights, DialogColor, BandEdge::Bottom);
+        BandPixels.Blit(dc, TabBandBottom.left, TabBandBottom.top);
+        PaintBand(BandPixels.View(), CornerWeights, DialogColor, BandEdge::Top);
+        BandPixels.Blit(dc, TabBandTop.left, TabBandTop.top);
+    }
+    if (HeaderMiddleWidth > 0 && HeaderTile.View().bits && HeaderStrip.Resize(HeaderMiddleWidth, 71)) {
+        PaintHeaderStrip(HeaderStrip.View(), HeaderTile.View());
+        HeaderStrip.Blit(dc, 453, 0);
+    }
+    EndPaint(dialog, &ps);
+}
+
+bool FocusInEdit() {
+    char name[16] = {};
+    HWND focus = GetFocus();
+    return focus && GetClassNameA(focus, name, sizeof name) && lstrcmpiA(name, "Edit") == 0;
+}
+
+void Rerender(HWND dialog, bool erase = true) {
+    AcquirePreview();
+    SetPercentLabel(dialog);
+    RefreshPreview(dialog, erase);
+}
+
+void Command(HWND dialog, int id, int code) {
+    PreviewControl* c = Preview(dialog);
+    switch (id) {
+    case IDD_OK:
+        if (code != 0) return;
+        if (FocusInEdit()) {
+            PostMessageA(GetParent(GetFocus()), WM_NEXTDLGCTL, 0, 0);
+            return;
+        }
+        EndDialog(dialog, 1);
+        return;
+    case IDD_CANCEL:
+        if (code != 0) return;
+        if (FocusInEdit()) {
+            HWND edit = GetFocus();
+            SendMessageA(GetParent(edit), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(edit), QZ_EDIT_RESTORE), LPARAM(edit));
+            SetFocus(Item(dialog, IDD_OK));
+            return;
+        }
+        *gParams = SavedParams;
+        EndDialog(dialog, 2);
+        return;
+    case IDC_ZOOM_UP:
+        if (!c) return;
+        ZoomUp(c->pan, Zoom);
+        SetZoomButtons(dialog);
+        Rerender(dialog, false);
+        return;
+    case IDC_ZOOM_DOWN:
+        if (!c) return;
+        ZoomDown(c->pan, Zoom);
+        SetZoomButtons(dialog);
+        Rerender(dialog);
+        return;
+    case IDC_ZOOM_FIT:
+        if (!c) return;
+        ZoomToFit(c->pan, Zoom);
+        SetZoomButtons(dialog);
+        Rerender(dialog);
+        return;
+    case IDC_ZOOM_ACTUAL:
+        if (!c) return;
+        ZoomToActual(c->pan, Zoom);
+        SetZoomButtons(dialog);
+        Rerender(dialog);
+        return;
+    case IDC_PREVIEW:
+        if (code != QZ_PREVIEW_PANNED || !c) return;
+        if (!c->pan.ctrlDrag) {
+            ApplyPan(c->pan);
+            AcquirePreview();
+        }
+        RefreshPreview(dialog);
+        return;
+    case IDC_PARAMS_CHANGED:
+    case IDC_PARAMS_CHANGED_TOO:
+        if (gParams->PresetApplied) gParams->PresetApplied = 0;
+        else LastUsedParams = *gParams;
+        RefreshPreview(dialog);
+        return;
+    case IDC_OPTION_BASIC:
+    case IDC_OPTION_WASH:
+    case IDC_OPTION_BACKGROUND:
+    case IDC_OPTION_SURFACE: ReadResultOptions(dialog); return;
+    case IDC_LABEL_BASIC:
+    case IDC_LABEL_WASH:
+    case IDC_LABEL_BACKGROUND:
+    case IDC_LABEL_SURFACE: ToggleOption(dialog, id); return;
+    default: return;
+    }
+}
+
+void ExitSizeMove(HWND dialog) {
+    PreviewControl* c = Preview(dialog);
+    if (!c || !ResizePreview(c->pan, Zoom)) return;
+    SetZoomButtons(dialog);
+    AcquirePreview();
+    RunFilter();
+    BuildPicture(dialog);
+    RedrawWindow(c->window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    if (PreviewScale > 0) SetPercentLabel(dialog);
+}
+
+INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+    case WM_INITDIALOG: InitDialog(dialog); return TRUE;
+    case WM_DESTROY: Destroy(dialog); return FALSE;
+    case WM_SIZE: ApplyLayout(dialog, LOWORD(lparam), HIWORD(lparam)); return TRUE;
+    case WM_GETMINMAXINFO: {
+        const LayoutBox least = MinimumTrackSize(ScreenDpi);
+        auto* info = reinterpret_cast<MINMAXINFO*>(lparam);
+        info->ptMinTrackSize = {least.width, least.height};
+        return TRUE;
+    }
+    case WM_EXITSIZEMOVE: ExitSizeMove(dialog); return TRUE;
+    case WM_SYSCOMMAND: {
+        const WPARAM command = wparam & 0xFFF0;
+        if (wparam == 0xF030 || wparam == 0xF032 || wparam == 0xF120 || wparam == 0xF122 || command == SC_MAXIMIZE ||
+            command == SC_RESTORE)
+            PostMessageA(dialog, WM_EXITSIZEMOVE, 0, 0);
+        else if (command == SC_CLOSE) PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDD_CANCEL, 0), 0);
+        return FALSE;
+    }
+    case WM_CLOSE: return TRUE;
+    case WM_PAINT: PaintFrame(dialog); return TRUE;
+    case WM_SHOWWINDOW: BuildPicture(dialog); return FALSE;
+    case WM_CTLCOLORDLG:
+    case WM_CTLCOLORSCROLLBAR: return INT_PTR(DialogBrush);
+    case WM_CTLCOLORSTATIC: {
+        const int id = GetDlgCtrlID(HWND(lparam));
+        if (id >= IDC_OPTION_BASIC && id <= IDC_OPTION_SURFACE) return INT_PTR(GetStockObject(BLACK_BRUSH));
+        return FALSE;
+    }
+    case WM_HOTKEY:
+        switch (wparam) {
+        case QZ_HOTKEY_ZOOM_UP:
+            if (IsWindowEnabled(Item(dialog, IDC_ZOOM_UP))) PostMessageA(dialog, WM_COMMAND, IDC_ZOOM_UP, 0);
+            break;
+        case QZ_HOTKEY_ZOOM_DOWN:
+            if (IsWindowEnabled(Item(dialog, IDC_ZOOM_DOWN))) PostMessageA(dialog, WM_COMMAND, IDC_ZOOM_DOWN, 0);
+            break;
+        case QZ_HOTKEY_FIT: PostMessageA(dialog, WM_COMMAND, IDC_ZOOM_FIT, 0); break;
+        case QZ_HOTKEY_ACTUAL: PostMessageA(dialog, WM_COMMAND, IDC_ZOOM_ACTUAL, 0); break;
+        }
+        return TRUE;
+    case WM_NOTIFY: {
+        const auto* header = reinterpret_cast<const NMHDR*>(lparam);
+        if (header->idFrom == IDC_TABS && header->code == UINT(TCN_SELCHANGE)) {
+            ActiveTab = int32_t(SendMessageA(header->hwndFrom, TCM_GETCURSEL, 0, 0));
+            ShowResultOptions(dialog);
+            SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_PARAMS_CHANGED, 0), 0);
+        }
+        return TRUE;
+    }
+    case WM_COMMAND: Command(dialog, LOWORD(wparam), HIWORD(wparam)); return TRUE;
+    default: return FALSE;
+    }
+}
+
+} // namespace
+
+extern "C" __declspec(dllexport) INT_PTR CALLBACK
+    DissolveProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    try {
+        return Dispatch(window, message, wparam, lparam);
+    } catch (...) {
+        return FALSE;
+    }
+}
+
+bool OpenDialog() {
+    if (DialogStandIn) return DialogStandIn();
+    Module = ThisModule();
+    const DWORD face = GetSysColor(COLOR_3DFACE);
+    DialogColor = PixelOf(GetRValue(face), GetGValue(face), GetBValue(face));
+    DialogBrush = CreateSolidBrush(face);
+    LightGreyBrush = CreateSolidBrush(RGB(0x92, 0x92, 0x92));
+    DarkGreyBrush = CreateSolidBrush(RGB(0x54, 0x54, 0x54));
+    PreviewBackBrush = DialogBrush;
+
+    INITCOMMONCONTROLSEX controls{};
+    controls.dwSize = sizeof controls;
+    controls.dwICC = ICC_TAB_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES;
+    InitCommonControlsEx(&controls);
+    RegisterClasses();
+    HandCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32649));
+    PreviewHoverCursor = LoadCursorA(Module, MAKEINTRESOURCEA(art::kCursorPreviewHover));
+    PreviewDragCursor = LoadCursorA(Module, MAKEINTRESOURCEA(art::kCursorPreviewDrag));
+
+    auto* platform = static_cast<PlatformData*>(gFilterRecord->platformData);
+    HWND parent = platform ? reinterpret_cast<HWND>(platform->hwnd) : nullptr;
+    const INT_PTR result = DialogBoxParamA(Module, QZ_MAIN_DIALOG, parent, DissolveProc, 0);
+
+    WriteUiSettings();
+    for (HCURSOR* cursor : {&PreviewHoverCursor, &PreviewDragCursor}) {
+        if (*cursor) DestroyCursor(*cursor);
+        *cursor = nullptr;
+    }
+    HandCursor = nullptr; // a shared system cursor
+    UnregisterClasses();
+    for (HBRUSH* brush : {&DialogBrush, &LightGreyBrush, &DarkGreyBrush}) {
+        if (*brush) DeleteObject(*brush);
+        *brush = nullptr;
+    }
+    PreviewBackBrush = nullptr;
+    SetResult(noErr);
+    return result == 1;
+}

@@ -1,0 +1,3 @@
+#include "host/Dialog.h"
+
+bool (*DialogStandIn)() = nullptr;

@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# Pictures of the dialog as a user sees it: the real module under wine, driven by
+# filterhost's --drive script over a photograph, one picture a tab, then OK.
+#   demo-ui.sh WIN64_BUILD NATIVE_BIN PHOTO_DIR OUT_DIR
+# The script checks as it goes (the zoom state at opening); a failed line fails the run.
+set -euo pipefail
+win=$(cd "$1" && pwd) native=$(cd "$2" && pwd) photos=$3 out=$4
+here=$(cd "$(dirname "$0")" && pwd)
+mkdir -p "$out"
+out=$(cd "$out" && pwd)
+photo=()
+[ -s "$photos/coffee.png" ] && photo=("$photos/coffee.png")
+"$native/qz-testcard" "$out/in.pam" 1200 800 RGB "${photo[@]}"
+# The module reads the data folder beside itself.
+[ -e "$win/bin/Quenzit" ] || ln -s "$native/../data/Quenzit" "$win/bin/Quenzit"
+
+cat >"$out/drive.txt" <<SCRIPT
+# Opens at 100 %, in the top left corner, with 1000 disabled.
+expect-text 1003 100%
+expect-enabled 1000 0
+expect-enabled 1001 1
+shot $out/basic-96dpi.png
+tab 1
+wait-render
+shot $out/wash-96dpi.png
+tab 2
+wait-render
+shot $out/surface-96dpi.png
+tab 3
+wait-render
+shot $out/background-96dpi.png
+tab 0
+command 9001
+expect-enabled 1001 0
+shot $out/fit-96dpi.png
+command 9002
+expect-text 1003 100%
+# Ctrl + drag on the Wash tab slides the wash's texture.
+tab 1
+wait-render
+drag 200 200 160 170 ctrl
+wait-render
+shot $out/wash-moved-96dpi.png
+ok
+SCRIPT
+"$here/wine-run.sh" "$win/wineprefix" "$win/bin/filterhost.exe" --in "$out/in.pam" --out "$out/out.pam" \
+  --dialog --drive "$out/drive.txt" --record "$out/recorded.txt"
+if ! grep -Eq '^OW1[XY]=[1-9]' "$out/recorded.txt"; then
+  echo "demo-ui: Ctrl + drag on the Wash tab left the wash's offset: $(grep OW1 "$out/recorded.txt" | tr '\n' ' ')" >&2
+  exit 1
+fi
+for tab in basic wash surface background fit wash-moved; do echo "$out/$tab-96dpi.png"; done
