@@ -2,10 +2,6 @@
 
 #include <cmath>
 
-float DpiScaleOf(int32_t dpi) { return std::sqrt(float(dpi) / 96.0f); }
-
-int32_t ScaledHeight(int32_t h, int32_t dpi) { return dpi <= 96 ? h : int32_t(DpiScaleOf(dpi) * float(h)); }
-
 LayoutBox MinimumTrackSize(int32_t dpi) {
     const int32_t factor = dpi / 96;
     return {0, 0, factor * kMinimumWidth, factor * kMinimumHeight};

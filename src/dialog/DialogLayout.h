@@ -3,6 +3,8 @@
 // against tables worked out by hand. All numbers are client pixels.
 #pragma once
 
+#include "controls/FontTable.h" // DpiScaleOf and Scaled, the dpi factors of every size
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -24,10 +26,6 @@ struct LayoutRect {
 inline constexpr int32_t kBandHeight = 33;
 inline constexpr int32_t kMinimumWidth = 923, kMinimumHeight = 704;
 
-// sqrt(dpi / 96): the factor of every hand-placed width.
-float DpiScaleOf(int32_t dpi);
-// A font height: h up to 96 dpi, DpiScale * h truncated above.
-int32_t ScaledHeight(int32_t h, int32_t dpi);
 // The smallest track size: (dpi / 96, an integer) times 923 by 704.
 LayoutBox MinimumTrackSize(int32_t dpi);
 

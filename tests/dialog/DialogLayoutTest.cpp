@@ -161,11 +161,6 @@ TEST(DialogLayout, NarrowBandsAndTheMinimumTrackSize) {
     EXPECT_EQ(MinimumTrackSize(144), (LayoutBox{0, 0, 923, 704}));
     EXPECT_EQ(MinimumTrackSize(192), (LayoutBox{0, 0, 1846, 1408}));
     EXPECT_EQ(MinimumTrackSize(288), (LayoutBox{0, 0, 2769, 2112}));
-    // Fonts: scaled by sqrt(dpi / 96) only above 96, and truncated.
-    EXPECT_EQ(ScaledHeight(13, 96), 13);
-    EXPECT_EQ(ScaledHeight(13, 120), 14);
-    EXPECT_EQ(ScaledHeight(15, 144), 18);
-    EXPECT_EQ(ScaledHeight(ScaledHeight(15, 144), 144), 22);
 }
 
 TEST(FramePainters, BandsAreBlackWithWeightedMirroredEnds) {

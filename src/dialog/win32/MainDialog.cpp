@@ -27,7 +27,6 @@
 
 FilterParameters SavedParams{};
 FilterParameters LastUsedParams{};
-int32_t ScreenDpi = 96;
 float DpiScale = 1.0f;
 int32_t HeaderMiddleWidth = 0;
 LayoutRect PreviewFrame, TabBandTop, TabBandBottom;

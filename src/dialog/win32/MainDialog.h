@@ -1,6 +1,7 @@
 // The main dialog: its globals and its procedure. OpenDialog (host/Dialog.h) runs it.
 #pragma once
 
+#include "controls/win32/Fonts.h" // ScreenDpi
 #include "dialog/DialogLayout.h"
 #include "state/Parameters.h"
 
@@ -8,7 +9,6 @@
 
 extern FilterParameters SavedParams;    // put back by Cancel
 extern FilterParameters LastUsedParams; // renewed by every change not made by a preset row
-extern int32_t ScreenDpi;
 extern float DpiScale;
 extern int32_t HeaderMiddleWidth;
 extern LayoutRect PreviewFrame, TabBandTop, TabBandBottom;
