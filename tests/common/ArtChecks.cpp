@@ -41,22 +41,22 @@ DibLayout Layout(const uint8_t* dib, size_t size) {
 
 } // namespace
 
-void CheckDib(const uint8_t* dib, size_t size, const art::BitmapSpec& spec) {
-    ASSERT_GE(size, 40u) << spec.id;
-    EXPECT_EQ(Le(dib, 4), 40u) << spec.id << ": a plain info header";
-    EXPECT_EQ(int32_t(Le(dib + 4, 4)), spec.width) << spec.id;
-    EXPECT_EQ(int32_t(Le(dib + 8, 4)), spec.height) << spec.id << ": height, rows bottom-up";
-    EXPECT_EQ(Le(dib + 12, 2), 1u) << spec.id;
-    EXPECT_EQ(int(Le(dib + 14, 2)), spec.bits) << spec.id;
-    EXPECT_EQ(Le(dib + 16, 4), 0u) << spec.id << ": uncompressed";
+void CheckDib(const uint8_t* dib, size_t size, const art::BitmapSpec& want) {
+    ASSERT_GE(size, 40u) << want.id;
+    EXPECT_EQ(Le(dib, 4), 40u) << want.id << ": a plain info header";
+    EXPECT_EQ(int32_t(Le(dib + 4, 4)), want.width) << want.id;
+    EXPECT_EQ(int32_t(Le(dib + 8, 4)), want.height) << want.id << ": height, rows bottom-up";
+    EXPECT_EQ(Le(dib + 12, 2), 1u) << want.id;
+    EXPECT_EQ(int(Le(dib + 14, 2)), want.bits) << want.id;
+    EXPECT_EQ(Le(dib + 16, 4), 0u) << want.id << ": uncompressed";
     const DibLayout d = Layout(dib, size);
-    EXPECT_TRUE(d.ok) << spec.id << ": pixels run past the end";
-    if (spec.bits == 8) {
-        EXPECT_GE(d.colours, 2u) << spec.id;
-        EXPECT_LE(d.colours, 256u) << spec.id;
+    EXPECT_TRUE(d.ok) << want.id << ": pixels run past the end";
+    if (want.bits == 8) {
+        EXPECT_GE(d.colours, 2u) << want.id;
+        EXPECT_LE(d.colours, 256u) << want.id;
         for (size_t y = 0; d.ok && y < size_t(d.height); ++y)
             for (size_t x = 0; x < size_t(d.width); ++x)
-                ASSERT_LT(dib[d.pixels + y * d.row + x], d.colours) << spec.id << ": index beyond the palette";
+                ASSERT_LT(dib[d.pixels + y * d.row + x], d.colours) << want.id << ": index beyond the palette";
     }
 }
 

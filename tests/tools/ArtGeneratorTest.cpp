@@ -81,8 +81,8 @@ TEST(ArtGenerator, TwoRunsWriteTheSameFilesThatMatchTheTable) {
 
     // Every bitmap of the table, as a BMP file of its size and depth.
     std::set<std::string> expected = {"art.rc", "cursor-144.cur", "cursor-145.cur", "icon-230.ico", "sound-236.wav"};
-    for (const art::BitmapSpec& spec : art::kBitmaps) {
-        const std::string name = "bitmap-" + std::to_string(spec.id) + ".bmp";
+    for (const art::BitmapSpec& want : art::kBitmaps) {
+        const std::string name = "bitmap-" + std::to_string(want.id) + ".bmp";
         expected.insert(name);
         ASSERT_TRUE(first.count(name)) << name;
         const std::vector<uint8_t>& bmp = first.at(name);
@@ -90,10 +90,10 @@ TEST(ArtGenerator, TwoRunsWriteTheSameFilesThatMatchTheTable) {
         EXPECT_EQ(bmp[0], 'B');
         EXPECT_EQ(bmp[1], 'M');
         EXPECT_EQ(Le(bmp, 2, 4), bmp.size());
-        EXPECT_EQ(Le(bmp, 10, 4), 54 + (spec.bits == 8 ? 4 * Le(bmp, 46, 4) : 0))
+        EXPECT_EQ(Le(bmp, 10, 4), 54 + (want.bits == 8 ? 4 * Le(bmp, 46, 4) : 0))
             << name << ": pixels follow the palette";
-        CheckDib(bmp.data() + 14, bmp.size() - 14, spec);
-        if (spec.id == art::kCornerWeights) CheckCornerWeights(bmp.data() + 14, bmp.size() - 14);
+        CheckDib(bmp.data() + 14, bmp.size() - 14, want);
+        if (want.id == art::kCornerWeights) CheckCornerWeights(bmp.data() + 14, bmp.size() - 14);
     }
     std::set<std::string> written;
     for (const auto& [name, bytes] : first) written.insert(name);

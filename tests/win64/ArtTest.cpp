@@ -51,22 +51,22 @@ TEST(ModuleArt, EveryBitmapLoadsAtItsSizeAndDepth) {
     Module module;
     ASSERT_NE(module.handle, nullptr);
     std::set<int> table, found;
-    for (const art::BitmapSpec& spec : art::kBitmaps) {
-        table.insert(spec.id);
-        const Bytes dib = Resource(module.handle, spec.id, MAKEINTRESOURCEA(2) /* RT_BITMAP */);
-        ASSERT_NE(dib.data, nullptr) << "bitmap " << spec.id << " is missing";
-        CheckDib(dib.data, dib.size, spec);
-        if (spec.id == art::kCornerWeights) CheckCornerWeights(dib.data, dib.size);
+    for (const art::BitmapSpec& want : art::kBitmaps) {
+        table.insert(want.id);
+        const Bytes dib = Resource(module.handle, want.id, MAKEINTRESOURCEA(2) /* RT_BITMAP */);
+        ASSERT_NE(dib.data, nullptr) << "bitmap " << want.id << " is missing";
+        CheckDib(dib.data, dib.size, want);
+        if (want.id == art::kCornerWeights) CheckCornerWeights(dib.data, dib.size);
 
         // As the dialog loads it.
         HBITMAP bitmap = static_cast<HBITMAP>(
-            LoadImageA(module.handle, MAKEINTRESOURCEA(spec.id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
-        ASSERT_NE(bitmap, nullptr) << spec.id;
+            LoadImageA(module.handle, MAKEINTRESOURCEA(want.id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+        ASSERT_NE(bitmap, nullptr) << want.id;
         BITMAP info{};
         ASSERT_NE(GetObjectA(bitmap, sizeof info, &info), 0);
-        EXPECT_EQ(info.bmWidth, spec.width) << spec.id;
-        EXPECT_EQ(info.bmHeight, spec.height) << spec.id;
-        EXPECT_EQ(info.bmBitsPixel, spec.bits) << spec.id;
+        EXPECT_EQ(info.bmWidth, want.width) << want.id;
+        EXPECT_EQ(info.bmHeight, want.height) << want.id;
+        EXPECT_EQ(info.bmBitsPixel, want.bits) << want.id;
         DeleteObject(bitmap);
     }
     EnumResourceNamesA(module.handle, MAKEINTRESOURCEA(2), CollectName, reinterpret_cast<LONG_PTR>(&found));

@@ -183,8 +183,8 @@ std::vector<ArtFile> BuildArtFiles(const Fonts& fonts, const std::string& folder
         script += std::to_string(id) + " " + type + " \"" + folder + "/" + name + "\"\n";
     };
     const std::map<int, Canvas> pictures = DrawBitmaps(fonts);
-    for (const art::BitmapSpec& spec : art::kBitmaps)
-        add("bitmap-" + std::to_string(spec.id) + ".bmp", EncodeBmp(pictures.at(spec.id), spec.bits), spec.id,
+    for (const art::BitmapSpec& want : art::kBitmaps)
+        add("bitmap-" + std::to_string(want.id) + ".bmp", EncodeBmp(pictures.at(want.id), want.bits), want.id,
             "BITMAP");
     for (int id : {art::kCursorPreviewDrag, art::kCursorPreviewHover})
         add("cursor-" + std::to_string(id) + ".cur", EncodeCursor(DrawCursor(id)), id, "CURSOR");

@@ -173,11 +173,11 @@ int main(int argc, char** argv) {
             Canvas panel(width + kGap, rowHeight, black ? Of(art::kBand) : Of(art::kFace));
             int x = kGap / 2 + 2;
             for (size_t k = i; k < end; ++k) {
-                const art::BitmapSpec& spec = art::kBitmaps[k];
-                Paste(panel, art.at(spec.id), x, 6);
-                Label(panel, fonts, std::to_string(spec.id) + " " + spec.state, x, 6 + height + 12,
+                const art::BitmapSpec& want = art::kBitmaps[k];
+                Paste(panel, art.at(want.id), x, 6);
+                Label(panel, fonts, std::to_string(want.id) + " " + want.state, x, 6 + height + 12,
                       black ? labelLight : labelDark, 10);
-                x += std::max(spec.width, 64) + kGap;
+                x += std::max(want.width, 64) + kGap;
             }
             Paste(s.canvas, panel, px, py);
         }
