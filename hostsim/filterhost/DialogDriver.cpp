@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "dialog/DialogIds.h"
+#include "hostsim/ScreenShot.h"
 
 #include <zlib.h>
 
@@ -91,34 +92,15 @@ void PutChunk(std::string& png, const char* type, const std::string& data) {
 bool Shot(HWND window, const std::string& path) {
     RECT r{};
     GetWindowRect(window, &r);
-    const int w = r.right - r.left, h = r.bottom - r.top;
-    if (w <= 0 || h <= 0) return false;
-    HDC screen = GetDC(nullptr);
-    HDC memory = CreateCompatibleDC(screen);
-    HBITMAP bitmap = CreateCompatibleBitmap(screen, w, h);
-    HGDIOBJ old = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, w, h, screen, r.left, r.top, SRCCOPY);
-    SelectObject(memory, old);
-    BITMAPINFO bi{};
-    bi.bmiHeader.biSize = sizeof bi.bmiHeader;
-    bi.bmiHeader.biWidth = w;
-    bi.bmiHeader.biHeight = -h;
-    bi.bmiHeader.biPlanes = 1;
-    bi.bmiHeader.biBitCount = 32;
-    std::vector<uint8_t> bgra(size_t(w) * h * 4);
-    GetDIBits(memory, bitmap, 0, UINT(h), bgra.data(), &bi, DIB_RGB_COLORS);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
+    hostsim::PamImage image;
+    if (!hostsim::CaptureScreen(r, image)) return false;
+    const int w = image.width, h = image.height;
 
     std::string raw;
     raw.reserve(size_t(w * 3 + 1) * h);
     for (int y = 0; y < h; ++y) {
-        raw += '\0';
-        for (int x = 0; x < w; ++x) {
-            const uint8_t* p = &bgra[(size_t(y) * w + x) * 4];
-            raw += char(p[2]), raw += char(p[1]), raw += char(p[0]);
-        }
+        raw += '\0'; // no filter
+        raw.append(reinterpret_cast<const char*>(&image.data[size_t(y) * w * 3]), size_t(w) * 3);
     }
     uLongf size = compressBound(uLong(raw.size()));
     std::string packed(size, '\0');

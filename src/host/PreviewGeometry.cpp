@@ -19,15 +19,6 @@ int16 ProxyRect[4] = {0, 0, 0, 0};
 
 namespace {
 
-VPoint ImageSize() {
-    if (UsesBigDocument()) {
-        VPoint p = gFilterRecord->bigDocumentData->imageSize32;
-        return p;
-    }
-    Point p = gFilterRecord->imageSize;
-    return {p.v, p.h};
-}
-
 float FitRatio(const PreviewPan& control) {
     const VRect filter = GetFilterRect();
     const float rows = float(RectHeight(filter)) / float(std::max(control.height, 1));
@@ -40,7 +31,7 @@ int32_t DivideRounded(int32_t value, float scale) { return int32_t(float(value) 
 } // namespace
 
 OSErr SetPreviewGeometry(PreviewPan& control) {
-    const VPoint image = ImageSize();
+    const VPoint image = GetImageSize();
     const float oldScale = float(PreviewScale);
     const int32_t oldWidth = int32_t(float(image.h) / oldScale);
     const int32_t oldHeight = int32_t(float(image.v) / oldScale);

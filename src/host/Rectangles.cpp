@@ -17,6 +17,12 @@ VRect Read(Rect FilterRecord::*small, VRect BigDocumentStruct::*big) {
     return Widen(r);
 }
 
+VPoint ReadPoint(Point FilterRecord::*small, VPoint BigDocumentStruct::*big) {
+    if (UsesBigDocument()) return gFilterRecord->bigDocumentData->*big;
+    const Point p = gFilterRecord->*small;
+    return {p.v, p.h};
+}
+
 void Write(Rect FilterRecord::*small, VRect BigDocumentStruct::*big, const VRect& r) {
     if (UsesBigDocument()) gFilterRecord->bigDocumentData->*big = r;
     else gFilterRecord->*small = Narrow(r);
@@ -37,11 +43,5 @@ void SetInRect(const VRect& r) { Write(&FilterRecord::inRect, &BigDocumentStruct
 void SetOutRect(const VRect& r) { Write(&FilterRecord::outRect, &BigDocumentStruct::outRect32, r); }
 void SetMaskRect(const VRect& r) { Write(&FilterRecord::maskRect, &BigDocumentStruct::maskRect32, r); }
 
-VPoint GetFloatCoord() {
-    if (UsesBigDocument()) {
-        VPoint p = gFilterRecord->bigDocumentData->floatCoord32;
-        return p;
-    }
-    Point p = gFilterRecord->floatCoord;
-    return {p.v, p.h};
-}
+VPoint GetFloatCoord() { return ReadPoint(&FilterRecord::floatCoord, &BigDocumentStruct::floatCoord32); }
+VPoint GetImageSize() { return ReadPoint(&FilterRecord::imageSize, &BigDocumentStruct::imageSize32); }

@@ -13,6 +13,7 @@ void SetInRect(const VRect& r);
 void SetOutRect(const VRect& r);
 void SetMaskRect(const VRect& r);
 VPoint GetFloatCoord();
+VPoint GetImageSize(); // the whole document: v rows, h columns
 
 inline int32 RectWidth(const VRect& r) { return r.right - r.left; }
 inline int32 RectHeight(const VRect& r) { return r.bottom - r.top; }

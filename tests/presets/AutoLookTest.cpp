@@ -1,54 +1,26 @@
 // The Auto look over a real preset: the wash coverage a parsed Basic preset brings is kept
 // when the draw says "the default stays", and the draws after it follow from that.
-#include "common/TempPaths.h"
+#include "PresetFixture.h"
+
 #include "effects/EffectLayer.h"
-#include "state/Parameters.h"
-#include "state/PathTable.h"
-#include "platform/ModulePath.h"
 #include "presets/RandomEffects.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-
-namespace fs = std::filesystem;
 
 namespace {
 
-class AutoLook : public ::testing::Test {
+// The preset fixture, and the background layer's tones put back afterwards.
+class AutoLook : public PresetFixture {
 protected:
     void SetUp() override {
-        root_ = ProcessTempDir() / "auto-look";
-        fs::remove_all(root_);
-        fs::create_directories(root_ / "Quenzit" / "Presets" / "Basic");
-        savedParams_ = gParams;
-        savedPaths_ = PathTable;
+        PresetFixture::SetUp();
         savedBackground_ = BackgroundLayer;
-        std::memcpy(savedLabel_, BackgroundColorsName, kNameLength);
-        gParams = &record_;
-        SetModuleFilePathOverride((root_ / "Quenzit64.8bf").string());
-        ComputePaths();
     }
     void TearDown() override {
-        SetModuleFilePathOverride("");
-        PathTable = savedPaths_;
-        gParams = savedParams_;
         BackgroundLayer = savedBackground_;
-        std::memcpy(BackgroundColorsName, savedLabel_, kNameLength);
-        std::error_code ignored;
-        fs::remove_all(root_, ignored);
+        PresetFixture::TearDown();
     }
 
-    fs::path root_;
-    FilterParameters record_{};
-
 private:
-    FilterParameters* savedParams_ = nullptr;
-    PathTableRecord savedPaths_;
     EffectLayer savedBackground_;
-    char savedLabel_[kNameLength];
 };
 
 } // namespace
@@ -56,10 +28,9 @@ private:
 TEST_F(AutoLook, ParsedCoverageStaysAndTheLaterDrawsFollowIt) {
     // The only Basic preset (file keys are the field keys reversed), and no Background or
     // Surface folder, so those steps draw nothing.
-    std::ofstream(root_ / "Quenzit" / "Presets" / "Basic" / "Pot.qztpst", std::ios::binary)
-        << "Quenzit Press Preset;\nVersion 2;\n"
-           "1voC -40 \t;Wash1 Coverage\n1cSC 60 \t;\n1dnR 555 \t;\n"
-           "2voC -25 \t;Wash2 Coverage\n2cSC 70 \t;\n2dnR 444 \t;\n";
+    WriteText(Presets() / "Basic" / "Pot.qztpst", "Quenzit Press Preset;\nVersion 2;\n"
+                                                  "1voC -40 \t;Wash1 Coverage\n1cSC 60 \t;\n1dnR 555 \t;\n"
+                                                  "2voC -25 \t;Wash2 Coverage\n2cSC 70 \t;\n2dnR 444 \t;\n");
     RandomSources sources;
     sources.textures = {"No_Texture.qzt", "Alpha.qzt", "Beta.qzt"};
     sources.tones = {"Reset Colors"};

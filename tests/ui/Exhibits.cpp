@@ -237,7 +237,7 @@ void Exhibits::Skins() {
 
 void Exhibits::Labels() {
     // The band the result labels sit on, shared as one bitmap; each label copies its part.
-    band_ = Band(window_.S(760), window_.S(90));
+    band_ = Band(window_.S(760), window_.S(90), 16);
     TPicture* picture = nullptr;
     HBITMAP title = ArtOf(kDrawerTitle, RGB(40, 44, 52), "Texture drawer title");
     bitmaps_.push_back(title);
@@ -294,11 +294,14 @@ void Exhibits::Links() {
                           {262, 524, 3004, true, false, true, false, "link over a background"},
                           {512, 500, 3005, false, false, false, true, "own font and colour"}};
     Caption(12, 482, "links", 200);
+    // The light room the About picture leaves for its links.
+    HBITMAP room = Band(window_.S(760), window_.S(90), 200);
+    bitmaps_.push_back(room);
     for (const Item& item : items) {
         Child(TLink::kClassName, "", 0, item.x, item.y, 230, 20, item.id);
         TLink* made = SetLink(window_.Handle(), item.id, item.text, item.clickable, item.left);
         if (!made) continue;
-        if (item.background) SetLinkBackground(made, band_, item.x, item.y - 384 - 100);
+        if (item.background) SetLinkBackground(made, room, item.x, item.y - 384 - 100);
         if (item.font) SetLinkFont(made, HeavyFont, true, RGB(200, 60, 30));
         if (item.id == ExhibitIdLink) link = made;
         if (item.id == 3002) plainLink = made;

@@ -2,9 +2,10 @@
 
 #include "controls/FontTable.h"
 #include "controls/win32/Contaner.h"
-#include "controls/win32/DibSection.h"
 #include "controls/win32/Fonts.h"
 #include "hostsim/Pam.h"
+#include "hostsim/ScreenShot.h"
+#include "win64/ModuleBeside.h"
 #include "host/Session.h"
 
 #include <winternl.h>
@@ -30,16 +31,9 @@ LRESULT CALLBACK GalleryProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-std::string ModuleFolder() {
-    char exe[MAX_PATH];
-    const DWORD n = GetModuleFileNameA(nullptr, exe, MAX_PATH);
-    const std::string path(exe, n);
-    return path.substr(0, path.find_last_of("\\/") + 1);
-}
-
 HMODULE ArtModule() {
-    static HMODULE module = LoadLibraryExA((ModuleFolder() + "Quenzit64.8bf").c_str(), nullptr,
-                                           LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
+    static HMODULE module =
+        LoadLibraryExA(ModulePath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
     return module;
 }
 
@@ -244,13 +238,13 @@ HBITMAP Art(int id, int width, int height, COLORREF back, const char* mark) {
     return StandIn(width, height, back, mark);
 }
 
-HBITMAP Band(int width, int height) {
+HBITMAP Band(int width, int height, uint8_t base) {
     uint32_t* bits = nullptr;
     HBITMAP bitmap = NewDib(width, height, &bits);
     if (!bitmap) return nullptr;
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
-            const int v = 16 + 24 * x / width + (y % 20 == 0 ? 30 : 0);
+            const int v = base + 24 * x / width + (y % 20 == 0 ? 30 : 0);
             bits[y * width + x] = PixelOf(uint8_t(v), uint8_t(v), uint8_t(v + 8));
         }
     return bitmap;
@@ -270,25 +264,8 @@ bool Shot(HWND window, const std::string& name, int margin) {
     InflateRect(&box, margin, margin);
     box.left = std::max<LONG>(box.left, 0);
     box.top = std::max<LONG>(box.top, 0);
-    const int w = box.right - box.left, h = box.bottom - box.top;
-    DibSection dib;
-    if (!dib.Resize(w, h)) return false;
-    HDC screen = GetDC(nullptr);
-    BitBlt(dib.Dc(), 0, 0, w, h, screen, box.left, box.top, SRCCOPY);
-    ReleaseDC(nullptr, screen);
-    GdiFlush();
     hostsim::PamImage image;
-    image.width = w;
-    image.height = h;
-    image.depth = 3;
-    image.tupleType = "RGB";
-    image.data.resize(size_t(w) * h * 3);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) {
-            const uint32_t p = dib.View().At(x, y);
-            uint8_t* out = &image.data[(size_t(y) * w + x) * 3];
-            out[0] = uint8_t(p >> 16), out[1] = uint8_t(p >> 8), out[2] = uint8_t(p);
-        }
+    if (!hostsim::CaptureScreen(box, image)) return false;
     std::string error;
     return hostsim::WritePam(path, image, error);
 }

@@ -60,8 +60,8 @@ void Key(WORD vk);
 HBITMAP StandIn(int width, int height, COLORREF back, const char* mark);
 // Bitmap `id` of the module's art when the module carries it, else a stand-in.
 HBITMAP Art(int id, int width, int height, COLORREF back, const char* mark);
-// A dark band with a faint gradient, the labels' shared background.
-HBITMAP Band(int width, int height);
+// A band with a faint gradient from grey `base`: dark behind the labels, light behind a link.
+HBITMAP Band(int width, int height, uint8_t base);
 
 // Writes what the screen shows of `window`'s client area (and `margin` pixels around) as
 // NAME.pam into the folder named by QZ_UI_SHOTS; false when there is none.

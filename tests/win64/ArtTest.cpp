@@ -1,6 +1,7 @@
 // The dialog's art as the built module carries it: every bitmap of the table by number at
 // its size and depth and no other, the cursors and the icon as Windows loads them, and
 // the Auto button's sound.
+#include "win64/ModuleBeside.h"
 #include "common/ArtChecks.h"
 
 #include "resources/ArtIds.h"
@@ -13,13 +14,7 @@
 
 namespace {
 
-HMODULE LoadQuenzit() {
-    char exe[MAX_PATH];
-    const DWORD n = GetModuleFileNameA(nullptr, exe, MAX_PATH);
-    std::string path(exe, n);
-    path = path.substr(0, path.find_last_of("\\/") + 1) + "Quenzit64.8bf";
-    return LoadLibraryA(path.c_str());
-}
+HMODULE LoadQuenzit() { return LoadLibraryA(ModulePath().c_str()); }
 
 struct Module {
     HMODULE handle = LoadQuenzit();

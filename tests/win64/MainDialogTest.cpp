@@ -1,8 +1,10 @@
 // The real module's dialog under wine, opened by hostsim from the menu: a second thread
 // finds it, checks its layout and zoom state, plays a few commands and cancels.
+#include "win64/ModuleBeside.h"
 #include "dialog/DialogIds.h"
 #include "dialog/DialogLayout.h"
 #include "hostsim/Host.h"
+#include "hostsim/ScreenShot.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -14,13 +16,6 @@
 #include <thread>
 
 namespace {
-
-std::string ModulePath() {
-    char exe[MAX_PATH];
-    const DWORD n = GetModuleFileNameA(nullptr, exe, MAX_PATH);
-    std::string path(exe, n);
-    return path.substr(0, path.find_last_of("\\/") + 1) + "Quenzit64.8bf";
-}
 
 struct Search {
     HWND found = nullptr;
@@ -73,38 +68,15 @@ std::string TextOf(HWND dialog, int id) {
     return text;
 }
 
-// The dialog as it stands on the screen, as a binary PPM at `path`.
+// The dialog as it stands on the screen, as a PAM picture at `path`.
 void Shot(HWND dialog, const std::string& path) {
     SendMessageA(dialog, WM_NULL, 0, 0); // the dialog's thread is idle and has painted
     Sleep(300);
     RECT r{};
     GetWindowRect(dialog, &r);
-    const int w = r.right - r.left, h = r.bottom - r.top;
-    HDC screen = GetDC(nullptr);
-    HDC memory = CreateCompatibleDC(screen);
-    HBITMAP bitmap = CreateCompatibleBitmap(screen, w, h);
-    HGDIOBJ old = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, w, h, screen, r.left, r.top, SRCCOPY);
-    SelectObject(memory, old);
-    BITMAPINFO bi{};
-    bi.bmiHeader.biSize = sizeof bi.bmiHeader;
-    bi.bmiHeader.biWidth = w;
-    bi.bmiHeader.biHeight = -h;
-    bi.bmiHeader.biPlanes = 1;
-    bi.bmiHeader.biBitCount = 32;
-    std::vector<uint8_t> bgra(size_t(w) * h * 4);
-    GetDIBits(memory, bitmap, 0, UINT(h), bgra.data(), &bi, DIB_RGB_COLORS);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-    if (FILE* f = std::fopen(path.c_str(), "wb")) {
-        std::fprintf(f, "P6\n%d %d\n255\n", w, h);
-        for (size_t i = 0; i < bgra.size(); i += 4) {
-            const uint8_t rgb[3] = {bgra[i + 2], bgra[i + 1], bgra[i]};
-            std::fwrite(rgb, 1, 3, f);
-        }
-        std::fclose(f);
-    }
+    hostsim::PamImage image;
+    std::string error;
+    EXPECT_TRUE(hostsim::CaptureScreen(r, image) && hostsim::WritePam(path, image, error)) << path << error;
 }
 
 // Sends a command as the dialog's own thread would serve it, and waits until it is done.
@@ -168,13 +140,13 @@ TEST(MainDialog, OpensAtFullSizeLaysOutAsComputedZoomsAndCancels) {
 
         // QZ_SHOT_DIR asks for pictures of the dialog, to look at.
         const char* shots = std::getenv("QZ_SHOT_DIR");
-        if (shots) Shot(dialog, std::string(shots) + "/dialog-100.ppm");
+        if (shots) Shot(dialog, std::string(shots) + "/dialog-100.pam");
 
         // Ctrl + 0 fits, Ctrl + 1 returns.
         Command(dialog, IDC_ZOOM_FIT);
         check(TextOf(dialog, IDC_ZOOM_LABEL) != "100%", "fit stays at 100%");
         check(!IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_DOWN)), "1001 enabled at fit");
-        if (shots) Shot(dialog, std::string(shots) + "/dialog-fit.ppm");
+        if (shots) Shot(dialog, std::string(shots) + "/dialog-fit.pam");
         check(IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_UP)), "1000 disabled at fit");
         Command(dialog, IDC_ZOOM_ACTUAL);
         check(TextOf(dialog, IDC_ZOOM_LABEL) == "100%", "Ctrl + 1 shows " + TextOf(dialog, IDC_ZOOM_LABEL));
@@ -182,7 +154,7 @@ TEST(MainDialog, OpensAtFullSizeLaysOutAsComputedZoomsAndCancels) {
         SetWindowPos(dialog, nullptr, 40, 30, 950, 720, SWP_NOZORDER);
         PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     });
-    const std::string ini = ModulePath().substr(0, ModulePath().find_last_of("\\/") + 1) + "Quenzit.ini";
+    const std::string ini = ModuleFolder() + "Quenzit.ini";
     DeleteFileA(ini.c_str());
     const hostsim::Layer before = host.Doc().Target();
     EXPECT_EQ(host.RunFilter(), userCanceledErr);

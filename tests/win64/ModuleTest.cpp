@@ -1,4 +1,5 @@
 // The built module as a host sees it: its imports, its entry point and its resources.
+#include "win64/ModuleBeside.h"
 #include "common/PeImports.h"
 #include "common/ResourceChecks.h"
 
@@ -11,13 +12,6 @@
 #include <string>
 
 namespace {
-
-std::string ModulePath() {
-    char exe[MAX_PATH];
-    const DWORD n = GetModuleFileNameA(nullptr, exe, MAX_PATH);
-    std::string path(exe, n);
-    return path.substr(0, path.find_last_of("\\/") + 1) + "Quenzit64.8bf";
-}
 
 std::string Upper(std::string s) {
     std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) { return char(std::toupper(c)); });
