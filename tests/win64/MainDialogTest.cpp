@@ -347,6 +347,11 @@ TEST(MainDialog, ResultOptionsTipsAndHeaderButtonsAreWired) {
                              check(BoxOf(dialog, IDC_ALL_PRESETS) == d.allPresets, "all presets button");
                              check(BoxOf(dialog, IDC_AUTO) == LayoutBox{453, 9, 118, 50}, "Auto button");
                              check(BoxOf(dialog, IDC_ABOUT) == LayoutBox{23, 18, 400, 35}, "About button");
+                             // The help button's hover picture, to look at.
+                             if (const char* shots = std::getenv("QZ_SHOT_DIR")) {
+                                 SendMessageA(GetDlgItem(dialog, IDC_HELP_BUTTON), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+                                 Shot(dialog, std::string(shots) + "/dialog-hover.pam");
+                             }
                              // Their commands come later; a click must leave the dialog up.
                              for (int id : {IDC_HELP_BUTTON, IDC_ALL_PRESETS, IDC_AUTO, IDC_ABOUT}) Command(dialog, id);
                              check(IsWindowVisible(dialog), "a header button closed the dialog");
