@@ -212,6 +212,12 @@ TEST(MainDialog, OpensAtFullSizeLaysOutAsComputedZoomsAndCancels) {
         check(!IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_DOWN)), "1001 enabled at fit");
         if (shots) Shot(dialog, std::string(shots) + "/dialog-fit.pam");
         check(IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_UP)), "1000 disabled at fit");
+        // One step up from fit: the picture grows and can shrink again.
+        const std::string fit = TextOf(dialog, IDC_ZOOM_LABEL);
+        Command(dialog, IDC_ZOOM_UP);
+        check(TextOf(dialog, IDC_ZOOM_LABEL) != fit, "1000 left the scale at " + fit);
+        check(IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_DOWN)), "1001 disabled after 1000");
+        if (shots) Shot(dialog, std::string(shots) + "/dialog-zoomed.pam");
         Command(dialog, IDC_ZOOM_ACTUAL);
         check(TextOf(dialog, IDC_ZOOM_LABEL) == "100%", "Ctrl + 1 shows " + TextOf(dialog, IDC_ZOOM_LABEL));
         // A new place, kept through the Cancel; SC_CLOSE is a Cancel.

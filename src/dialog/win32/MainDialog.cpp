@@ -7,7 +7,10 @@
 #include "dialog/win32/ResultOptions.h"
 #include "controls/win32/Buttons.h"
 #include "controls/win32/DibSection.h"
+#include "effects/Background.h"
 #include "effects/EffectLayer.h"
+#include "effects/LayerTexture.h"
+#include "effects/Surface.h"
 #include "host/ChannelAccess.h"
 #include "host/Dialog.h"
 #include "host/PreviewGeometry.h"
@@ -362,6 +365,15 @@ bool FocusInEdit() {
     return focus && GetClassNameA(focus, name, sizeof name) && lstrcmpiA(name, "Edit") == 0;
 }
 
+// A larger picture shows less of the image: the surfaces' views and the work buffers
+// are made anew for the smaller area rather than kept at their old size.
+void RenewSurfaceAndBackground() {
+    PrepareLayerTexture(SurfaceLayers[0]);
+    if (gParams->SecondSurfaceExists) PrepareLayerTexture(SurfaceLayers[1]);
+    AllocateReliefBuffers();
+    AllocateBackgroundImage();
+}
+
 void Rerender(HWND dialog, bool erase = true) {
     AcquirePreview();
     SetPercentLabel(dialog);
@@ -394,7 +406,10 @@ void Command(HWND dialog, int id, int code) {
         if (!c) return;
         ZoomUp(c->pan, Zoom);
         SetZoomButtons(dialog);
-        Rerender(dialog, false);
+        AcquirePreview();
+        RenewSurfaceAndBackground();
+        SetPercentLabel(dialog);
+        RefreshPreview(dialog, false);
         return;
     case IDC_ZOOM_DOWN:
         if (!c) return;
