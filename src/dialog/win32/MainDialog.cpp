@@ -5,7 +5,7 @@
 #include "dialog/win32/FrameButtons.h"
 #include "dialog/win32/PreviewControl.h"
 #include "dialog/win32/ResultOptions.h"
-#include "controls/win32/Buttons.h"
+#include "controls/win32/Contaner.h"
 #include "controls/win32/DibSection.h"
 #include "effects/Background.h"
 #include "effects/EffectLayer.h"
@@ -29,8 +29,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <iterator>
-#include <utility>
 
 FilterParameters SavedParams{};
 FilterParameters LastUsedParams{};
