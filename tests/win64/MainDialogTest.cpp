@@ -222,6 +222,8 @@ TEST(MainDialog, OpensAtFullSizeLaysOutAsComputedZoomsAndCancels) {
         check(TextOf(dialog, IDC_ZOOM_LABEL) == "100%", "Ctrl + 1 shows " + TextOf(dialog, IDC_ZOOM_LABEL));
         // A new place, kept through the Cancel; SC_CLOSE is a Cancel.
         SetWindowPos(dialog, nullptr, 40, 30, 950, 720, SWP_NOZORDER);
+        // A larger preview renders into buffers of its own size.
+        SendMessageA(dialog, WM_EXITSIZEMOVE, 0, 0);
         PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     });
     const std::string ini = ModuleFolder() + "Quenzit.ini";

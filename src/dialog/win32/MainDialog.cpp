@@ -9,6 +9,7 @@
 #include "controls/win32/DibSection.h"
 #include "effects/Background.h"
 #include "effects/EffectLayer.h"
+#include "effects/RenderDriver.h"
 #include "effects/LayerTexture.h"
 #include "effects/Surface.h"
 #include "host/ChannelAccess.h"
@@ -134,8 +135,15 @@ void RefreshPreview(HWND dialog, bool erase = true) {
 }
 
 // The source anew at the preview's rectangles, with what lies under it.
-void AcquirePreview() {
+void RenewPreviewBuffers();
+
+// A new preview area (zoom in, a resized window, 100%) outgrows every buffer made for the
+// old one: those are made anew whenever the area changed, and always where asked. The
+// first acquisition has nothing to renew: the engine is made after it.
+void AcquirePreview(bool renew = false) {
+    const int32_t width = ImageWidth, height = ImageHeight;
     AcquirePreviewSource();
+    if (renew || (width && (ImageWidth != width || ImageHeight != height))) RenewPreviewBuffers();
     PreviewUnderImage = {};
     if (MergedBelow)
         PreviewUnderImage =
@@ -363,9 +371,8 @@ bool FocusInEdit() {
     return focus && GetClassNameA(focus, name, sizeof name) && lstrcmpiA(name, "Edit") == 0;
 }
 
-// A larger picture shows less of the image: the surfaces' views and the work buffers
-// are made anew for the smaller area rather than kept at their old size.
-void RenewSurfaceAndBackground() {
+void RenewPreviewBuffers() {
+    FreeWashMaskWork();
     PrepareLayerTexture(SurfaceLayers[0]);
     if (gParams->SecondSurfaceExists) PrepareLayerTexture(SurfaceLayers[1]);
     AllocateReliefBuffers();
@@ -404,8 +411,7 @@ void Command(HWND dialog, int id, int code) {
         if (!c) return;
         ZoomUp(c->pan, Zoom);
         SetZoomButtons(dialog);
-        AcquirePreview();
-        RenewSurfaceAndBackground();
+        AcquirePreview(true);
         SetPercentLabel(dialog);
         RefreshPreview(dialog, false);
         return;
@@ -462,7 +468,7 @@ void ExitSizeMove(HWND dialog) {
     PreviewControl* c = Preview(dialog);
     if (!c || !ResizePreview(c->pan, Zoom)) return;
     SetZoomButtons(dialog);
-    AcquirePreview();
+    AcquirePreview(true);
     RunFilter();
     BuildPicture(dialog);
     RedrawWindow(c->window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
