@@ -113,6 +113,13 @@ void ResetWorkImage() {
     }
 }
 
+void FreeWashMaskWork() {
+    for (EffectLayer& layer : WashLayers) {
+        std::free(layer.EdgeMaskWork);
+        layer.EdgeMaskWork = nullptr;
+    }
+}
+
 void RenderLayers(int32_t view) {
     ReportProgress(10, 100);
     ProgressPercent = 10;

@@ -22,6 +22,8 @@ void RenderWashLayer(EffectLayer& layer);
 void RenderWashToMask(EffectLayer& layer, const HostPlanes& out);
 void ResetWorkImage();
 void FreeWashAreaBuffer();
+// Frees both washes' edge mask work; the next render makes it for the area then current.
+void FreeWashMaskWork();
 // The buffer handed over from a run to the mask pass of a later one (page memory of
 // ImageHeight * WorkRowBytes bytes): adopted as this run's, or let go without freeing.
 void AdoptWashAreaBuffer(uint8_t* buffer);

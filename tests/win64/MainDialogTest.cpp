@@ -3,11 +3,15 @@
 #include "win64/ModuleBeside.h"
 #include "dialog/DialogIds.h"
 #include "dialog/DialogLayout.h"
+#include "state/Parameters.h"
+#include "controls/win32/Buttons.h"
+#include "hostsim/Handles.h"
 #include "hostsim/Host.h"
 #include "hostsim/ScreenShot.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <commctrl.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -82,6 +86,66 @@ void Shot(HWND dialog, const std::string& path) {
 // Sends a command as the dialog's own thread would serve it, and waits until it is done.
 void Command(HWND dialog, int id) { SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
 
+bool Checked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
+
+// The state a skinned label shows: 2 chosen, 0 idle; -1 when 'id' is no skinned label.
+int LabelState(HWND dialog, int id) {
+    HWND w = GetDlgItem(dialog, id);
+    char name[32] = {};
+    GetClassNameA(w, name, sizeof name);
+    if (std::string(name) != TLabel::kClassName) return -1;
+    auto* label = reinterpret_cast<TLabel*>(GetWindowLongPtrA(w, GWLP_USERDATA));
+    return label ? label->Toggled : -1;
+}
+
+// The text of the tooltip that explains `control`, from the tooltips of its thread.
+struct TipSearch {
+    HWND control = nullptr;
+    std::string text;
+};
+BOOL CALLBACK VisitTip(HWND w, LPARAM data) {
+    auto* search = reinterpret_cast<TipSearch*>(data);
+    char name[64] = {};
+    GetClassNameA(w, name, sizeof name);
+    if (lstrcmpiA(name, TOOLTIPS_CLASSA) != 0) return TRUE;
+    char text[256] = {};
+    TOOLINFOA tool{};
+    tool.cbSize = TTTOOLINFOA_V2_SIZE;
+    tool.hwnd = search->control;
+    tool.lpszText = text;
+    SendMessageA(w, TTM_GETTEXTA, sizeof text, LPARAM(&tool));
+    if (text[0]) search->text = text;
+    return search->text.empty();
+}
+std::string TipOf(HWND dialog, int id) {
+    TipSearch search;
+    search.control = GetDlgItem(dialog, id);
+    EnumThreadWindows(GetWindowThreadProcessId(dialog, nullptr), VisitTip, LPARAM(&search));
+    return search.text;
+}
+
+// Runs the host's menu command with `play` on the dialog's window from a second thread;
+// the dialog is then cancelled. Empty when all went well, else what failed.
+template <class Play> std::string WithDialog(hostsim::Host& host, Play play) {
+    std::string failure;
+    const DWORD thread = GetCurrentThreadId();
+    std::thread driver([&] {
+        std::string alerts;
+        HWND dialog = WaitForDialog(thread, alerts);
+        if (!alerts.empty()) failure = "alerts: " + alerts;
+        if (!dialog) {
+            failure = "no dialog";
+            for (int i = 0; i < 20; ++i, Sleep(200)) EnumThreadWindows(thread, CloseBox, 0);
+            return;
+        }
+        play(dialog, failure);
+        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDD_CANCEL, 0), 0);
+    });
+    if (host.RunFilter() != userCanceledErr && failure.empty()) failure = "not cancelled";
+    driver.join();
+    return failure;
+}
+
 } // namespace
 
 TEST(MainDialog, OpensAtFullSizeLaysOutAsComputedZoomsAndCancels) {
@@ -148,10 +212,18 @@ TEST(MainDialog, OpensAtFullSizeLaysOutAsComputedZoomsAndCancels) {
         check(!IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_DOWN)), "1001 enabled at fit");
         if (shots) Shot(dialog, std::string(shots) + "/dialog-fit.pam");
         check(IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_UP)), "1000 disabled at fit");
+        // One step up from fit: the picture grows and can shrink again.
+        const std::string fit = TextOf(dialog, IDC_ZOOM_LABEL);
+        Command(dialog, IDC_ZOOM_UP);
+        check(TextOf(dialog, IDC_ZOOM_LABEL) != fit, "1000 left the scale at " + fit);
+        check(IsWindowEnabled(GetDlgItem(dialog, IDC_ZOOM_DOWN)), "1001 disabled after 1000");
+        if (shots) Shot(dialog, std::string(shots) + "/dialog-zoomed.pam");
         Command(dialog, IDC_ZOOM_ACTUAL);
         check(TextOf(dialog, IDC_ZOOM_LABEL) == "100%", "Ctrl + 1 shows " + TextOf(dialog, IDC_ZOOM_LABEL));
         // A new place, kept through the Cancel; SC_CLOSE is a Cancel.
         SetWindowPos(dialog, nullptr, 40, 30, 950, 720, SWP_NOZORDER);
+        // A larger preview renders into buffers of its own size.
+        SendMessageA(dialog, WM_EXITSIZEMOVE, 0, 0);
         PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     });
     const std::string ini = ModuleFolder() + "Quenzit.ini";
@@ -220,4 +292,101 @@ TEST(MainDialog, OkRendersAsThePlayedRecordedDescriptor) {
     EXPECT_EQ(played.PlayAction(host.Recorded(), plugInDialogDontDisplay), noErr);
     EXPECT_EQ(played.Doc().Target().pixels, host.Doc().Target().pixels);
     EXPECT_EQ(played.Doc().Target().transparency, host.Doc().Target().transparency);
+}
+
+TEST(MainDialog, ResultOptionsTipsAndHeaderButtonsAreWired) {
+    HMODULE module = LoadLibraryA(ModulePath().c_str());
+    ASSERT_NE(module, nullptr);
+    auto entry = reinterpret_cast<hostsim::PluginEntry>(reinterpret_cast<void*>(GetProcAddress(module, "PluginMain")));
+    std::vector<uint8> pixels(size_t(400) * 300 * 3, 90);
+    hostsim::Host host(hostsim::MakeDocument(400, 300, plugInModeRGBColor, 8, pixels, 3), {}, entry);
+
+    EXPECT_EQ(WithDialog(host,
+                         [](HWND dialog, std::string& failure) {
+                             const auto check = [&](bool ok, const std::string& what) {
+                                 if (!ok && failure.empty()) failure = what;
+                             };
+                             // Three planes: no mask layer to put the wash in.
+                             check(!IsWindowEnabled(GetDlgItem(dialog, IDC_OPTION_WASH)), "1023 enabled");
+                             check(!IsWindowEnabled(GetDlgItem(dialog, IDC_LABEL_WASH)), "1112 enabled");
+                             check(IsWindowEnabled(GetDlgItem(dialog, IDC_LABEL_BASIC)), "9111 disabled");
+                             check(IsWindowVisible(GetDlgItem(dialog, IDC_LABEL_BASIC)), "9111 hidden on Basic");
+                             check(!IsWindowVisible(GetDlgItem(dialog, IDC_LABEL_BACKGROUND)), "1113 shown");
+
+                             // A click on the label flips its option, box and label alike.
+                             const bool before = Checked(dialog, IDC_OPTION_BASIC);
+                             check(LabelState(dialog, IDC_LABEL_BASIC) == (before ? 2 : 0), "9111 state at opening");
+                             HWND label = GetDlgItem(dialog, IDC_LABEL_BASIC);
+                             SendMessageA(label, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+                             Sleep(200);
+                             SendMessageA(dialog, WM_NULL, 0, 0);
+                             check(Checked(dialog, IDC_OPTION_BASIC) != before, "9111 click left 1022");
+                             check(LabelState(dialog, IDC_LABEL_BASIC) == (before ? 0 : 2), "9111 not repainted");
+
+                             // The mask option drags the background option on, never off.
+                             CheckDlgButton(dialog, IDC_OPTION_BACKGROUND, BST_UNCHECKED);
+                             Command(dialog, IDC_OPTION_BACKGROUND);
+                             if (Checked(dialog, IDC_OPTION_WASH)) Command(dialog, IDC_LABEL_WASH);
+                             check(!Checked(dialog, IDC_OPTION_BACKGROUND), "background stuck on");
+                             Command(dialog, IDC_LABEL_WASH);
+                             check(Checked(dialog, IDC_OPTION_WASH) && Checked(dialog, IDC_OPTION_BACKGROUND),
+                                   "mask on left the background off");
+                             check(LabelState(dialog, IDC_LABEL_BACKGROUND) == 2, "1113 not drawn chosen");
+                             Command(dialog, IDC_LABEL_WASH);
+                             check(!Checked(dialog, IDC_OPTION_WASH) && Checked(dialog, IDC_OPTION_BACKGROUND),
+                                   "mask off turned the background off");
+
+                             check(TipOf(dialog, IDC_ZOOM_UP).rfind("Decrease preview size", 0) == 0,
+                                   "tip of 1000: " + TipOf(dialog, IDC_ZOOM_UP));
+                             check(TipOf(dialog, IDC_ZOOM_DOWN).rfind("Enlarge preview size", 0) == 0,
+                                   "tip of 1001: " + TipOf(dialog, IDC_ZOOM_DOWN));
+                             check(TipOf(dialog, IDC_LABEL_WASH) == TipOf(dialog, IDC_OPTION_WASH) &&
+                                       !TipOf(dialog, IDC_LABEL_WASH).empty(),
+                                   "tips of 1023 and 1112 differ");
+
+                             // The header buttons are the toolkit's, where the layout puts them.
+                             RECT client{};
+                             GetClientRect(dialog, &client);
+                             HDC dc = GetDC(dialog);
+                             const int32_t dpi = GetDeviceCaps(dc, LOGPIXELSY);
+                             ReleaseDC(dialog, dc);
+                             const DialogLayout d = LayoutDialog(client.right, client.bottom, dpi, {}, {});
+                             check(BoxOf(dialog, IDC_HELP_BUTTON) == d.help, "help button");
+                             check(BoxOf(dialog, IDC_ALL_PRESETS) == d.allPresets, "all presets button");
+                             check(BoxOf(dialog, IDC_AUTO) == LayoutBox{453, 9, 118, 50}, "Auto button");
+                             check(BoxOf(dialog, IDC_ABOUT) == LayoutBox{23, 18, 400, 35}, "About button");
+                             // The help button's hover picture, to look at.
+                             if (const char* shots = std::getenv("QZ_SHOT_DIR")) {
+                                 SendMessageA(GetDlgItem(dialog, IDC_HELP_BUTTON), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+                                 Shot(dialog, std::string(shots) + "/dialog-hover.pam");
+                             }
+                             // Their commands come later; a click must leave the dialog up.
+                             for (int id : {IDC_HELP_BUTTON, IDC_ALL_PRESETS, IDC_AUTO, IDC_ABOUT}) Command(dialog, id);
+                             check(IsWindowVisible(dialog), "a header button closed the dialog");
+                         }),
+              "");
+
+    // In a series the options stay hidden and OK tells what it applies to.
+    for (const bool all : {true, false}) {
+        auto* p = reinterpret_cast<FilterParameters*>(hostsim::LockHandle(host.Parameters()));
+        ASSERT_NE(p, nullptr);
+        p->ApplySeries = 1;
+        p->ApplySeriesFirst = 1;
+        p->ApplyToAll = all;
+        hostsim::UnlockHandle(host.Parameters());
+        // As from the menu again: the kept block, the dialog wanted.
+        ASSERT_EQ(host.Call(filterSelectorParameters), noErr);
+        EXPECT_EQ(WithDialog(host,
+                             [&](HWND dialog, std::string& failure) {
+                                 if (TextOf(dialog, IDD_OK) != (all ? "Apply to All" : "Apply"))
+                                     failure = "OK reads " + TextOf(dialog, IDD_OK);
+                                 for (int id : {IDC_OPTION_BASIC, IDC_LABEL_BASIC, IDC_OPTION_WASH, IDC_LABEL_WASH,
+                                                IDC_OPTION_SURFACE, IDC_LABEL_SURFACE, IDC_OPTION_BACKGROUND,
+                                                IDC_LABEL_BACKGROUND})
+                                     if (IsWindowVisible(GetDlgItem(dialog, id)))
+                                         failure += " " + std::to_string(id) + " shown";
+                             }),
+                  "")
+            << (all ? "apply to all" : "apply");
+    }
 }

@@ -2,15 +2,23 @@
 
 #include "dialog/DialogIds.h"
 #include "dialog/FramePainters.h"
+#include "dialog/win32/FrameButtons.h"
 #include "dialog/win32/PreviewControl.h"
+#include "dialog/win32/ResultOptions.h"
+#include "controls/win32/Contaner.h"
 #include "controls/win32/DibSection.h"
+#include "effects/Background.h"
 #include "effects/EffectLayer.h"
+#include "effects/RenderDriver.h"
+#include "effects/LayerTexture.h"
+#include "effects/Surface.h"
 #include "host/ChannelAccess.h"
 #include "host/Dialog.h"
 #include "host/PreviewGeometry.h"
 #include "host/Rectangles.h"
 #include "host/RunFilter.h"
 #include "host/Session.h"
+#include "online/UpdateState.h"
 #include "presets/UiSettings.h"
 #include "resources/ArtIds.h"
 #include "state/Progress.h"
@@ -22,8 +30,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <iterator>
-#include <utility>
 
 FilterParameters SavedParams{};
 FilterParameters LastUsedParams{};
@@ -31,6 +37,7 @@ float DpiScale = 1.0f;
 int32_t HeaderMiddleWidth = 0;
 LayoutRect PreviewFrame, TabBandTop, TabBandBottom;
 uint8_t DrawerOpen = 0;
+uint8_t ShownSecondWash = 0, ShownSecondSurface = 0;
 
 namespace {
 
@@ -41,16 +48,7 @@ HCURSOR HandCursor = nullptr;
 ShadowWeights CornerWeights{};
 DibSection BandPixels, HeaderStrip, HeaderTile;
 ZoomButtons Zoom;
-HBITMAP ZoomBitmaps[6] = {};   // 1000 normal, disabled, hover; 1001 the same
 HBITMAP HeaderBitmaps[2] = {}; // 213 left, 215 right
-
-// Classes the toolkit registers; until it does, stand-ins keep the template loadable.
-const char* const kToolkitClasses[] = {"OrnQZT2Class",        "Control CPP",        "Control Button Fire CPP",
-                                       "Control Glass CPP",   "Control Button CPP", "Contaner Anim CPP",
-                                       "Contaner CPP",        "Rotor CPP",          "Mac Slider CPP",
-                                       "Glass Slider CPP",    "Contaner Color CPP", "Spin Edit CPP",
-                                       "Color Equalizer CPP", "ContainerLinkC",     "OrnDrawerClass"};
-bool StandInRegistered[std::size(kToolkitClasses)] = {};
 
 HINSTANCE ThisModule() {
     HMODULE module = nullptr;
@@ -59,24 +57,15 @@ HINSTANCE ThisModule() {
     return module;
 }
 
+// The preview keeps a pointer in its window bytes, more than the family's four: it
+// registers its own class. The strip and the drawers come with their pages.
 void RegisterClasses() {
-    for (size_t i = 0; i < std::size(kToolkitClasses); ++i) {
-        WNDCLASSEXA existing{};
-        existing.cbSize = sizeof existing;
-        if (GetClassInfoExA(Module, kToolkitClasses[i], &existing)) continue;
-        WNDCLASSEXA wc{};
-        wc.cbSize = sizeof wc;
-        wc.lpfnWndProc = DefWindowProcA;
-        wc.hInstance = Module;
-        wc.lpszClassName = kToolkitClasses[i];
-        StandInRegistered[i] = RegisterClassExA(&wc) != 0;
-    }
+    RegisterControlClasses(Module);
     RegisterPreviewClass(Module);
 }
 
 void UnregisterClasses() {
-    for (size_t i = 0; i < std::size(kToolkitClasses); ++i)
-        if (std::exchange(StandInRegistered[i], false)) UnregisterClassA(kToolkitClasses[i], Module);
+    UnregisterControlClasses();
     UnregisterPreviewClass(Module);
 }
 
@@ -114,12 +103,7 @@ void DialogBar(int32_t done, int32_t total) {
     SendMessageA(ProgressBar, PBM_SETPOS, total > 0 ? WPARAM(int64_t(done) * 100 / total) : 0, 0);
 }
 
-void SetZoomButtons(HWND dialog) {
-    EnableWindow(Item(dialog, IDC_ZOOM_UP), Zoom.up);
-    EnableWindow(Item(dialog, IDC_ZOOM_DOWN), Zoom.down);
-    SendMessageA(Item(dialog, IDC_ZOOM_UP), BM_SETIMAGE, IMAGE_BITMAP, LPARAM(ZoomBitmaps[Zoom.up ? 0 : 1]));
-    SendMessageA(Item(dialog, IDC_ZOOM_DOWN), BM_SETIMAGE, IMAGE_BITMAP, LPARAM(ZoomBitmaps[Zoom.down ? 3 : 4]));
-}
+void SetZoomButtons(HWND dialog) { ShowZoomButtons(dialog, Zoom.up, Zoom.down); }
 
 void SetPercentLabel(HWND dialog) {
     char text[16];
@@ -151,8 +135,15 @@ void RefreshPreview(HWND dialog, bool erase = true) {
 }
 
 // The source anew at the preview's rectangles, with what lies under it.
-void AcquirePreview() {
+void RenewPreviewBuffers();
+
+// A new preview area (zoom in, a resized window, 100%) outgrows every buffer made for the
+// old one: those are made anew whenever the area changed, and always where asked. The
+// first acquisition has nothing to renew: the engine is made after it.
+void AcquirePreview(bool renew = false) {
+    const int32_t width = ImageWidth, height = ImageHeight;
     AcquirePreviewSource();
+    if (renew || (width && (ImageWidth != width || ImageHeight != height))) RenewPreviewBuffers();
     PreviewUnderImage = {};
     if (MergedBelow)
         PreviewUnderImage =
@@ -164,8 +155,6 @@ void Place(HWND dialog, int id, const LayoutBox& b) {
 }
 
 TabRecord* Tabs(HWND dialog) { return reinterpret_cast<TabRecord*>(GetWindowLongPtrA(dialog, DWLP_USER)); }
-
-constexpr int kOptionBoxes[4] = {IDC_OPTION_BASIC, IDC_OPTION_WASH, IDC_OPTION_SURFACE, IDC_OPTION_BACKGROUND};
 
 void ApplyLayout(HWND dialog, int32_t w, int32_t h) {
     const DialogLayout d = LayoutDialog(w, h, ScreenDpi, PreviewFrame, TabBandTop);
@@ -188,59 +177,9 @@ void ApplyLayout(HWND dialog, int32_t w, int32_t h) {
     BandPixels.Resize(d.bandWidth, kBandHeight);
     const RECT dirty{d.invalidate.left, d.invalidate.top, d.invalidate.right, d.invalidate.bottom};
     InvalidateRect(dialog, &dirty, TRUE);
-    for (int id : kOptionBoxes) Place(dialog, id, d.optionBox);
+    PlaceResultOptions(dialog, d);
     Place(dialog, IDC_PREVIEW, d.preview);
     SetPercentLabel(dialog);
-}
-
-// The result options of the active tab, hidden altogether in a series.
-void ShowResultOptions(HWND dialog) {
-    for (int tab = 0; tab < 4; ++tab)
-        ShowWindow(Item(dialog, kOptionBoxes[tab]), !gParams->ApplySeries && tab == ActiveTab ? SW_SHOW : SW_HIDE);
-}
-
-void CheckResultOptions(HWND dialog) {
-    const FilterParameters& p = *gParams;
-    CheckDlgButton(dialog, IDC_OPTION_BASIC, p.EffectInNewLayer ? BST_CHECKED : BST_UNCHECKED);
-    CheckDlgButton(dialog, IDC_OPTION_WASH, p.EffectOnMask ? BST_CHECKED : BST_UNCHECKED);
-    CheckDlgButton(dialog, IDC_OPTION_BACKGROUND, p.BackgroundInNewLayer ? BST_CHECKED : BST_UNCHECKED);
-    CheckDlgButton(dialog, IDC_OPTION_SURFACE, p.SurfaceInNewLayer ? BST_CHECKED : BST_UNCHECKED);
-}
-
-// Turning the mask option on turns the background option on; never the other way.
-void ReadResultOptions(HWND dialog) {
-    FilterParameters& p = *gParams;
-    const uint8_t maskBefore = p.EffectOnMask;
-    p.EffectInNewLayer = IsDlgButtonChecked(dialog, IDC_OPTION_BASIC) == BST_CHECKED;
-    p.EffectOnMask = IsDlgButtonChecked(dialog, IDC_OPTION_WASH) == BST_CHECKED;
-    p.SurfaceInNewLayer = IsDlgButtonChecked(dialog, IDC_OPTION_SURFACE) == BST_CHECKED;
-    p.BackgroundInNewLayer = IsDlgButtonChecked(dialog, IDC_OPTION_BACKGROUND) == BST_CHECKED;
-    if (p.EffectOnMask && !maskBefore) p.BackgroundInNewLayer = 1;
-    CheckResultOptions(dialog);
-}
-
-void ToggleOption(HWND dialog, int label) {
-    FilterParameters& p = *gParams;
-    switch (label) {
-    case IDC_LABEL_BASIC: p.EffectInNewLayer = !p.EffectInNewLayer; break;
-    case IDC_LABEL_WASH:
-        p.EffectOnMask = !p.EffectOnMask;
-        if (p.EffectOnMask) p.BackgroundInNewLayer = 1;
-        break;
-    case IDC_LABEL_BACKGROUND: p.BackgroundInNewLayer = !p.BackgroundInNewLayer; break;
-    case IDC_LABEL_SURFACE: p.SurfaceInNewLayer = !p.SurfaceInNewLayer; break;
-    }
-    CheckResultOptions(dialog);
-}
-
-void EnableResultOptions(HWND dialog) {
-    const bool cmyk = gFilterRecord->imageMode == plugInModeCMYKColor;
-    const bool mask = HostActionSuites && gFilterRecord->planes >= (cmyk ? 5 : 4);
-    for (int id : {IDC_OPTION_BASIC, IDC_OPTION_BACKGROUND, IDC_OPTION_SURFACE, IDC_LABEL_BASIC, IDC_LABEL_BACKGROUND,
-                   IDC_LABEL_SURFACE})
-        EnableWindow(Item(dialog, id), HostActionSuites);
-    EnableWindow(Item(dialog, IDC_OPTION_WASH), mask);
-    EnableWindow(Item(dialog, IDC_LABEL_WASH), mask);
 }
 
 void MakeTabs(HWND dialog) {
@@ -252,6 +191,7 @@ void MakeTabs(HWND dialog) {
     t->tabs = CreateWindowExA(
         0, WC_TABCONTROLA, "", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | TCS_HOTTRACK, 10, 80,
         PreviewFrame.left - 19, pane.bottom - 70, dialog, HMENU(INT_PTR(IDC_TABS)), Module, nullptr);
+    if (TabFont) SendMessageA(t->tabs, WM_SETFONT, WPARAM(TabFont), FALSE);
     const char* names[4] = {"   Basic   ", "    Wash   ", "  Surface  ", "  Background  "};
     for (int i = 0; i < 4; ++i) {
         TCITEMA item{};
@@ -284,12 +224,11 @@ RECT WindowPlace() {
     return r;
 }
 
-void LoadZoomBitmaps() {
-    const int ids[6] = {art::kZoomInNormal,  art::kZoomInDisabled,  art::kZoomInHover,
-                        art::kZoomOutNormal, art::kZoomOutDisabled, art::kZoomOutHover};
-    for (int i = 0; i < 6; ++i)
-        ZoomBitmaps[i] = HBITMAP(LoadImageA(Module, MAKEINTRESOURCEA(ids[i]), IMAGE_BITMAP, 0, 0, 0));
-}
+// The layer navigator, the drawers and their thumbnails have windows of their own, made
+// at these points of the opening once they exist.
+void BuildNavigator(HWND) {}
+void SetUpThumbnails() {}
+void MakeDrawers(HWND) {}
 
 void InitDialog(HWND dialog) {
     HDC dc = GetDC(dialog);
@@ -310,8 +249,7 @@ void InitDialog(HWND dialog) {
         HeaderBitmaps[i] = HBITMAP(LoadImageA(Module, MAKEINTRESOURCEA(headers[i][1]), IMAGE_BITMAP, 0, 0, 0));
         SendDlgItemMessageA(dialog, headers[i][0], STM_SETIMAGE, IMAGE_BITMAP, LPARAM(HeaderBitmaps[i]));
     }
-    DibSection corner;
-    if (LoadArt(art::kCornerWeights, corner)) CornerWeights = ReadShadowWeights(corner.View());
+    MakeOptionLabels(dialog, DpiScale);
 
     RECT preview{};
     GetWindowRect(Item(dialog, IDC_PREVIEW), &preview);
@@ -321,19 +259,28 @@ void InitDialog(HWND dialog) {
     PreviewFrame = frame.frame;
     TabBandTop = frame.bandTop;
     TabBandBottom = frame.bandBottom;
+    DibSection corner;
+    if (LoadArt(art::kCornerWeights, corner)) CornerWeights = ReadShadowWeights(corner.View());
 
     ProgressPercent = 0;
     DialogOpen = true;
+
+    SetFrameTooltips(dialog);
+    MakeToolkitFonts(ScreenDpi);
 
     if (PreviewControl* c = Preview(dialog)) c->mode = 1;
     ProgressBar = Item(dialog, IDC_PROGRESS);
     SendMessageA(ProgressBar, PBM_SETRANGE, 0, MAKELPARAM(0, 100));
     DialogProgressBar = DialogBar;
 
+    ShownSecondWash = p.SecondWashExists;
+    ShownSecondSurface = p.SecondSurfaceExists;
+    BuildNavigator(dialog);
     CheckResultOptions(dialog);
     EnableResultOptions(dialog);
     MakeTabs(dialog);
-    ShowResultOptions(dialog);
+    ShowResultOptions(dialog, ActiveTab);
+    PlaceHeaderButtons(dialog);
 
     const RECT place = WindowPlace();
     SetWindowPos(dialog, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
@@ -352,9 +299,10 @@ void InitDialog(HWND dialog) {
         // A failed first request drops the selection.
         if (ResultIsSet()) HaveMask = false;
     }
-    LoadZoomBitmaps();
+    SkinZoomButtons(dialog, Module);
     SetZoomButtons(dialog);
     SetPercentLabel(dialog);
+    SetUpThumbnails();
 
     if (!ResultIsSet()) {
         AcquirePreview();
@@ -366,8 +314,10 @@ void InitDialog(HWND dialog) {
         RunFilter();
         BuildPicture(dialog);
     }
+    PlaceAboutButton(dialog, NewVersionKnown);
     SavedParams = *gParams;
     LastUsedParams = *gParams;
+    MakeDrawers(dialog);
 }
 
 void Destroy(HWND dialog) {
@@ -377,10 +327,8 @@ void Destroy(HWND dialog) {
         if (b) DeleteObject(b);
         b = nullptr;
     }
-    for (HBITMAP& b : ZoomBitmaps) {
-        if (b) DeleteObject(b);
-        b = nullptr;
-    }
+    ReleaseZoomButtons();
+    DeleteToolkitFonts();
     BandPixels.Release();
     HeaderStrip.Release();
     HeaderTile.Release();
@@ -423,6 +371,14 @@ bool FocusInEdit() {
     return focus && GetClassNameA(focus, name, sizeof name) && lstrcmpiA(name, "Edit") == 0;
 }
 
+void RenewPreviewBuffers() {
+    FreeWashMaskWork();
+    PrepareLayerTexture(SurfaceLayers[0]);
+    if (gParams->SecondSurfaceExists) PrepareLayerTexture(SurfaceLayers[1]);
+    AllocateReliefBuffers();
+    AllocateBackgroundImage();
+}
+
 void Rerender(HWND dialog, bool erase = true) {
     AcquirePreview();
     SetPercentLabel(dialog);
@@ -455,7 +411,9 @@ void Command(HWND dialog, int id, int code) {
         if (!c) return;
         ZoomUp(c->pan, Zoom);
         SetZoomButtons(dialog);
-        Rerender(dialog, false);
+        AcquirePreview(true);
+        SetPercentLabel(dialog);
+        RefreshPreview(dialog, false);
         return;
     case IDC_ZOOM_DOWN:
         if (!c) return;
@@ -496,7 +454,12 @@ void Command(HWND dialog, int id, int code) {
     case IDC_LABEL_BASIC:
     case IDC_LABEL_WASH:
     case IDC_LABEL_BACKGROUND:
-    case IDC_LABEL_SURFACE: ToggleOption(dialog, id); return;
+    case IDC_LABEL_SURFACE: ToggleResultOption(dialog, id); return;
+    // Help, all presets, Auto and About open what later comes with them.
+    case IDC_HELP_BUTTON:
+    case IDC_ALL_PRESETS:
+    case IDC_AUTO:
+    case IDC_ABOUT: return;
     default: return;
     }
 }
@@ -505,7 +468,7 @@ void ExitSizeMove(HWND dialog) {
     PreviewControl* c = Preview(dialog);
     if (!c || !ResizePreview(c->pan, Zoom)) return;
     SetZoomButtons(dialog);
-    AcquirePreview();
+    AcquirePreview(true);
     RunFilter();
     BuildPicture(dialog);
     RedrawWindow(c->window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
@@ -539,7 +502,7 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CTLCOLORSCROLLBAR: return INT_PTR(DialogBrush);
     case WM_CTLCOLORSTATIC: {
         const int id = GetDlgCtrlID(HWND(lparam));
-        if (id >= IDC_OPTION_BASIC && id <= IDC_OPTION_SURFACE) return INT_PTR(GetStockObject(BLACK_BRUSH));
+        if (IsResultOptionBox(id)) return INT_PTR(GetStockObject(BLACK_BRUSH));
         return FALSE;
     }
     case WM_HOTKEY:
@@ -558,7 +521,7 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
         const auto* header = reinterpret_cast<const NMHDR*>(lparam);
         if (header->idFrom == IDC_TABS && header->code == UINT(TCN_SELCHANGE)) {
             ActiveTab = int32_t(SendMessageA(header->hwndFrom, TCM_GETCURSEL, 0, 0));
-            ShowResultOptions(dialog);
+            ShowResultOptions(dialog, ActiveTab);
             SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_PARAMS_CHANGED, 0), 0);
         }
         return TRUE;
@@ -600,7 +563,18 @@ bool OpenDialog() {
 
     auto* platform = static_cast<PlatformData*>(gFilterRecord->platformData);
     HWND parent = platform ? reinterpret_cast<HWND>(platform->hwnd) : nullptr;
+    // The host's own context may name older common controls; the dialog wants ours.
+    ACTCTXA context{};
+    context.cbSize = sizeof context;
+    context.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
+    context.hModule = Module;
+    context.lpResourceName = MAKEINTRESOURCEA(2);
+    HANDLE activation = CreateActCtxA(&context);
+    ULONG_PTR cookie = 0;
+    const bool active = activation != INVALID_HANDLE_VALUE && ActivateActCtx(activation, &cookie);
     const INT_PTR result = DialogBoxParamA(Module, QZ_MAIN_DIALOG, parent, DissolveProc, 0);
+    if (active) DeactivateActCtx(0, cookie);
+    if (activation != INVALID_HANDLE_VALUE) ReleaseActCtx(activation);
 
     WriteUiSettings();
     for (HCURSOR* cursor : {&PreviewHoverCursor, &PreviewDragCursor}) {

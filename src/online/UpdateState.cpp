@@ -1,0 +1,3 @@
+#include "online/UpdateState.h"
+
+bool NewVersionKnown = false;
