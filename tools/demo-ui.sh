@@ -18,6 +18,7 @@ wine() { "$here/wine-run.sh" "$win/wineprefix" "$@"; }
 # The screen's dpi as the prefix keeps it; put back to 96 whatever happens.
 set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
 trap 'set_dpi 96' EXIT
+rm -f "$win/bin/Quenzit.ini"
 
 shots=()
 for dpi in 96 120; do
@@ -50,12 +51,6 @@ wait-render
 drag 200 200 160 170 ctrl
 wait-render
 shot $out/wash-moved-$at.png
-size 100 100
-wait-render
-shot $out/smallest-$at.png
-maximize
-wait-render
-shot $out/maximised-$at.png
 ok
 SCRIPT
   "$here/wine-run.sh" "$win/wineprefix" "$win/bin/filterhost.exe" --in "$out/in.pam" --out "$out/out-$at.pam" \
@@ -64,6 +59,20 @@ SCRIPT
     echo "demo-ui: Ctrl + drag on the Wash tab left the wash's offset: $(grep OW1 "$out/recorded-$at.txt" | tr '\n' ' ')" >&2
     exit 1
   fi
+  # The window's extremes in a run of their own, ended by Cancel.
+  cat >"$out/sizes-$at.txt" <<SCRIPT
+size 100 100
+wait-render
+shot $out/smallest-$at.png
+maximize
+wait-render
+shot $out/maximised-$at.png
+cancel
+SCRIPT
+  "$here/wine-run.sh" "$win/wineprefix" "$win/bin/filterhost.exe" --in "$out/in.pam" --out "$out/sizes-$at.pam" \
+    --dialog --drive "$out/sizes-$at.txt" 2>"$out/sizes-$at.log" || grep -q "user cancelled" "$out/sizes-$at.log"
+  # Cancel kept that place in the ini beside the module; the next run opens at the default.
+  rm -f "$win/bin/Quenzit.ini"
   for shot in basic wash surface background fit wash-moved smallest maximised; do shots+=("$out/$shot-$at.png"); done
 done
 printf '%s\n' "${shots[@]}"

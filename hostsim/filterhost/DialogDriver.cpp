@@ -81,11 +81,15 @@ HWND Control(HWND dialog, int id) {
 }
 
 // Waits until the dialog's thread has served what came before. A sent message is served
-// at the thread's next look at its queue, ahead of posted ones, so each round gets one
-// posted message further: three cover a post that posts again (hot key, then command).
+// at the thread's next look at its queue, ahead of posted ones, so each round, with a
+// pause for the thread to take up what is posted, gets one posted message further: three
+// cover a post that posts again (hot key, then command).
 void Settle(HWND dialog) {
     DWORD_PTR ignored = 0;
-    for (int round = 0; round < 3; ++round) SendMessageTimeoutA(dialog, WM_NULL, 0, 0, SMTO_NORMAL, 60000, &ignored);
+    for (int round = 0; round < 3; ++round) {
+        SendMessageTimeoutA(dialog, WM_NULL, 0, 0, SMTO_NORMAL, 60000, &ignored);
+        Sleep(20);
+    }
 }
 
 struct BoxSearch {
