@@ -132,15 +132,19 @@ bool PutRecord(const std::vector<std::string>& presets, const std::optional<int6
         }
     }
     gParams = saved;
+    PutBlock(record, played);
+    for (const LinkKey& link : kLinkKeys) PutValue(played, link.key, Wire::Integer, *link.flag, "");
+    return true;
+}
+
+void PutBlock(const FilterParameters& record, Descriptor& out) {
     for (size_t i = 0; i < kParameterFieldCount; ++i) {
         const ParameterField& f = kParameterFields[i];
         if (!f.key[0]) continue;
         const char* name = reinterpret_cast<const char*>(&record) + f.offset;
-        PutValue(played, f.key, WireOf(f), FieldNumber(record, f),
+        PutValue(out, f.key, WireOf(f), FieldNumber(record, f),
                  f.kind == FieldKind::Name ? std::string(name, strnlen(name, kNameLength)) : std::string());
     }
-    for (const LinkKey& link : kLinkKeys) PutValue(played, link.key, Wire::Integer, *link.flag, "");
-    return true;
 }
 
 std::string PutSetting(const std::string& setting, Descriptor& played, std::vector<std::string>& warnings) {

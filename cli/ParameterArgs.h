@@ -3,6 +3,7 @@
 #pragma once
 
 #include "hostsim/Descriptor.h"
+#include "state/Parameters.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -15,6 +16,10 @@
 // False with the failing file and reason in `error` when a preset cannot be read.
 bool PutRecord(const std::vector<std::string>& presets, const std::optional<int64_t>& randomSeed,
                hostsim::Descriptor& played, std::string& error);
+
+// Every keyed field of a parameter block into `out`, typed as a played step carries it
+// (the link flags live outside the block and are left out).
+void PutBlock(const FilterParameters& record, hostsim::Descriptor& out);
 
 // One KEY=VALUE into `played`, replacing what was there. "" when it is taken, else what is
 // wrong; values outside the field's range are taken and add a warning.

@@ -267,6 +267,32 @@ int16 Host::Call(int16 selector) {
     return result;
 }
 
+namespace {
+
+std::vector<uint8> BytesOf(Handle h) {
+    if (!h || !IsLiveHandle(h)) return {};
+    const uint8* data = reinterpret_cast<const uint8*>(*h);
+    return std::vector<uint8>(data, data + HandleSize(h));
+}
+
+Handle HandleOf(const std::vector<uint8>& bytes) {
+    Handle h = NewHandle(int32(bytes.size()));
+    if (h && !bytes.empty()) std::memcpy(*h, bytes.data(), bytes.size());
+    return h;
+}
+
+} // namespace
+
+std::vector<uint8> Host::ParameterBytes() const { return BytesOf(parameters_); }
+
+std::vector<uint8> Host::DataBytes() const { return BytesOf(reinterpret_cast<Handle>(dataSlot_)); }
+
+void Host::KeepBlocks(const std::vector<uint8>& parameters, const std::vector<uint8>& data) {
+    if (parameters_ && IsLiveHandle(parameters_)) DisposeHandle(parameters_);
+    parameters_ = record_.parameters = HandleOf(parameters);
+    dataSlot_ = intptr_t(HandleOf(data));
+}
+
 int16 Host::RunFilter() {
     scripting_->SetPlayback(nullptr, plugInDialogDisplay);
     return Run(true);
@@ -471,6 +497,7 @@ OSErr Host::AdvanceState() {
         Misuse("advanceState called outside a filter run");
         return paramErr;
     }
+    if (options_.advanceStateError != noErr) return options_.advanceStateError;
     const auto began = std::chrono::steady_clock::now();
     const OSErr err = Serve();
     servedSeconds_ += std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();

@@ -88,6 +88,8 @@ struct HostOptions {
     std::shared_ptr<Registry> registry;
 
     int maxContinueCalls = 1000000; // a plug-in that never ends its requests is stopped
+    // Not noErr: every advanceState answers this, as a host that cannot serve the request.
+    int16 advanceStateError = noErr;
 };
 
 class Host {
@@ -163,6 +165,12 @@ public:
     const std::string& ErrorString() const { return errorText_; }
 
     Handle Parameters() const { return parameters_; }
+    // The bytes of the parameter block and of the data slot's block (empty without one),
+    // and both handed back as a host keeps them to repeat a filter: the next run starts
+    // from them without Parameters.
+    std::vector<uint8> ParameterBytes() const;
+    std::vector<uint8> DataBytes() const;
+    void KeepBlocks(const std::vector<uint8>& parameters, const std::vector<uint8>& data);
     intptr_t DataSlot() const { return dataSlot_; }
     Scripting& GetScripting() { return *scripting_; }
     Registry& GetRegistry() { return *registry_; }

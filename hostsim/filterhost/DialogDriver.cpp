@@ -9,9 +9,13 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <atomic>
+#include <cctype>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -21,6 +25,11 @@ namespace {
 std::thread Driver;
 std::string Failure;
 DWORD HostThread = 0;
+DriverHost Served;
+uint64_t LastPreview = 0;
+bool HavePreview = false;
+// Messages still being served when a box came up; they end once it is answered.
+std::vector<std::thread> Pending;
 
 BOOL CALLBACK FindDialog(HWND w, LPARAM data) {
     if (IsWindowVisible(w) && GetDlgItem(w, IDC_PREVIEW)) *reinterpret_cast<HWND*>(data) = w;
@@ -42,22 +51,81 @@ struct Search {
 };
 BOOL CALLBACK FindChild(HWND w, LPARAM data) {
     auto* s = reinterpret_cast<Search*>(data);
-    if (GetDlgCtrlID(w) != s->id) return TRUE;
+    if (GetDlgCtrlID(w) != s->id || !IsWindowVisible(w)) return TRUE;
     s->found = w;
     return FALSE;
 }
 
-// A control by id anywhere below the dialog: a drawer, the page, the dialog itself.
+// The open drawer, whose controls come first; the dialog has none yet.
+HWND OpenDrawer(HWND) { return nullptr; }
+
+bool IsDialogClass(HWND w) {
+    char name[16] = {};
+    return GetClassNameA(w, name, sizeof name) && std::strcmp(name, "#32770") == 0;
+}
+
+// The tab's page: the dialog's visible child dialog.
+HWND Page(HWND dialog) {
+    for (HWND w = GetWindow(dialog, GW_CHILD); w; w = GetWindow(w, GW_HWNDNEXT))
+        if (IsWindowVisible(w) && IsDialogClass(w)) return w;
+    return nullptr;
+}
+
+// A control by id: in an open drawer, the page, the dialog, then anywhere visible below it.
 HWND Control(HWND dialog, int id) {
+    for (HWND owner : {OpenDrawer(dialog), Page(dialog), dialog})
+        if (HWND w = owner ? GetDlgItem(owner, id) : nullptr) return w;
     Search s{id, nullptr};
     EnumChildWindows(dialog, FindChild, LPARAM(&s));
     return s.found;
 }
 
-// Waits until the dialog's thread has served everything sent before.
+// Waits until the dialog's thread has served what came before. A sent message is served
+// at the thread's next look at its queue, ahead of posted ones, so each round, with a
+// pause for the thread to take up what is posted, gets one posted message further: three
+// cover a post that posts again (hot key, then command).
 void Settle(HWND dialog) {
     DWORD_PTR ignored = 0;
-    SendMessageTimeoutA(dialog, WM_NULL, 0, 0, SMTO_NORMAL, 60000, &ignored);
+    for (int round = 0; round < 3; ++round) {
+        SendMessageTimeoutA(dialog, WM_NULL, 0, 0, SMTO_NORMAL, 60000, &ignored);
+        Sleep(20);
+    }
+}
+
+struct BoxSearch {
+    HWND dialog;
+    HWND box;
+};
+BOOL CALLBACK FindBox(HWND w, LPARAM data) {
+    auto* s = reinterpret_cast<BoxSearch*>(data);
+    if (w == s->dialog || !IsWindowVisible(w) || !IsDialogClass(w)) return TRUE;
+    s->box = w;
+    return FALSE;
+}
+
+// A message box (or any other dialog) of the host's thread that is up over the dialog.
+HWND BoxUp(HWND dialog) {
+    BoxSearch s{dialog, nullptr};
+    EnumThreadWindows(HostThread, FindBox, LPARAM(&s));
+    return s.box;
+}
+
+void JoinPending() {
+    for (std::thread& t : Pending) t.join();
+    Pending.clear();
+}
+
+// Sends a message and waits until it is served, or until a box comes up while it is: the
+// box's own loop holds the message until the script answers it.
+void SendOrBox(HWND dialog, HWND to, UINT message, WPARAM wparam, LPARAM lparam) {
+    auto done = std::make_shared<std::atomic<bool>>(false);
+    std::thread send([=] {
+        SendMessageA(to, message, wparam, lparam);
+        *done = true;
+    });
+    while (!*done && !BoxUp(dialog)) Sleep(5);
+    if (*done) send.join();
+    else Pending.push_back(std::move(send));
 }
 
 void MouseTo(int x, int y) {
@@ -88,14 +156,9 @@ void PutChunk(std::string& png, const char* type, const std::string& data) {
     png.append(c, 4);
 }
 
-// The window as it stands on the screen, as an RGB PNG.
-bool Shot(HWND window, const std::string& path) {
-    RECT r{};
-    GetWindowRect(window, &r);
-    hostsim::PamImage image;
-    if (!hostsim::CaptureScreen(r, image)) return false;
+// An RGB picture as a PNG file.
+bool WritePng(const hostsim::PamImage& image, const std::string& path) {
     const int w = image.width, h = image.height;
-
     std::string raw;
     raw.reserve(size_t(w * 3 + 1) * h);
     for (int y = 0; y < h; ++y) {
@@ -130,6 +193,110 @@ bool Shot(HWND window, const std::string& path) {
     return bool(out);
 }
 
+// The window as it stands on the screen, as an RGB PNG.
+bool Shot(HWND window, const std::string& path) {
+    RECT r{}, shown{};
+    GetWindowRect(window, &r);
+    // A maximised window's frame lies past the screen's edges.
+    const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    IntersectRect(&shown, &r, &screen);
+    hostsim::PamImage image;
+    return hostsim::CaptureScreen(shown, image) && WritePng(image, path);
+}
+
+// FNV-1a over the picture's size and samples.
+uint64_t Hash(const hostsim::PamImage& image) {
+    uint64_t h = 14695981039346656037ull;
+    const auto mix = [&h](uint8_t b) { h = (h ^ b) * 1099511628211ull; };
+    for (int32_t v : {image.width, image.height})
+        for (int i = 0; i < 4; ++i) mix(uint8_t(v >> (8 * i)));
+    for (uint8_t b : image.data) mix(b);
+    return h;
+}
+
+struct KeyName {
+    const char* name;
+    WORD vk;
+};
+const KeyName kKeys[] = {{"ESC", VK_ESCAPE}, {"ENTER", VK_RETURN},   {"TAB", VK_TAB},    {"SPACE", VK_SPACE},
+                         {"LEFT", VK_LEFT},  {"RIGHT", VK_RIGHT},    {"UP", VK_UP},      {"DOWN", VK_DOWN},
+                         {"HOME", VK_HOME},  {"END", VK_END},        {"DEL", VK_DELETE}, {"BACK", VK_BACK},
+                         {"PLUS", VK_ADD},   {"MINUS", VK_SUBTRACT}, {"F1", VK_F1}};
+
+// The hot keys the dialog registers, by the keys that fire them; 0 for any other.
+int HotKey(const std::string& keys) {
+    if (keys == "CTRL+0") return QZ_HOTKEY_FIT;
+    if (keys == "CTRL+1") return QZ_HOTKEY_ACTUAL;
+    if (keys == "CTRL+PLUS") return QZ_HOTKEY_ZOOM_UP;
+    if (keys == "CTRL+MINUS") return QZ_HOTKEY_ZOOM_DOWN;
+    return 0;
+}
+
+// CTRL+0, SHIFT+TAB, ESC... as key presses: modifiers down, the key down and up, modifiers up.
+bool PressKeys(const std::string& keys) {
+    std::vector<WORD> held;
+    std::string rest = keys;
+    for (size_t plus; (plus = rest.find('+')) != std::string::npos && plus + 1 < rest.size();) {
+        const std::string mod = rest.substr(0, plus);
+        if (mod == "CTRL") held.push_back(VK_CONTROL);
+        else if (mod == "SHIFT") held.push_back(VK_SHIFT);
+        else if (mod == "ALT") held.push_back(VK_MENU);
+        else return false;
+        rest = rest.substr(plus + 1);
+    }
+    WORD vk = 0;
+    for (const KeyName& k : kKeys)
+        if (rest == k.name) vk = k.vk;
+    if (!vk && rest.size() == 1 && std::isalnum(static_cast<unsigned char>(rest[0])))
+        vk = WORD(std::toupper(static_cast<unsigned char>(rest[0])));
+    if (!vk) return false;
+    std::vector<INPUT> in;
+    const auto add = [&in](WORD key, bool up) {
+        INPUT i{};
+        i.type = INPUT_KEYBOARD;
+        i.ki.wVk = key;
+        i.ki.wScan = WORD(MapVirtualKeyA(key, MAPVK_VK_TO_VSC));
+        i.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+        in.push_back(i);
+    };
+    for (WORD m : held) add(m, false);
+    add(vk, false);
+    add(vk, true);
+    for (auto m = held.rbegin(); m != held.rend(); ++m) add(*m, true);
+    return SendInput(UINT(in.size()), in.data(), sizeof(INPUT)) == in.size();
+}
+
+// The preview's mouse messages, carrying the key state as the preview reads it.
+WPARAM DragKeys = 0;
+std::string Mouse(HWND dialog, UINT message, int x, int y) {
+    HWND preview = Control(dialog, IDC_PREVIEW);
+    if (!preview) return "no preview";
+    const WPARAM buttons = message == WM_LBUTTONUP ? 0 : MK_LBUTTON;
+    if (message == WM_LBUTTONDOWN) SendMessageA(preview, WM_MOUSEMOVE, DragKeys, MAKELPARAM(x, y));
+    SendMessageA(preview, message, DragKeys | buttons, MAKELPARAM(x, y));
+    return "";
+}
+
+// 12 and 12.0, true and 1: numbers compared as numbers.
+bool SameNumber(const std::string& a, const std::string& b) {
+    const auto number = [](const std::string& s, double& v) {
+        if (s == "true" || s == "false") {
+            v = s == "true";
+            return true;
+        }
+        char* end = nullptr;
+        v = std::strtod(s.c_str(), &end);
+        return !s.empty() && !*end;
+    };
+    double x = 0, y = 0;
+    return number(a, x) && number(b, y) && x == y;
+}
+
+std::string Proxy(hostsim::PamImage& picture) {
+    if (!Served.proxy || !Served.proxy(picture)) return "no preview picture in the host's output";
+    return "";
+}
+
 // One line; an empty answer means it went well.
 std::string Run(HWND dialog, const std::string& line) {
     std::istringstream in(line);
@@ -143,12 +310,12 @@ std::string Run(HWND dialog, const std::string& line) {
         if (!tabs || n < 0 || n > 3) return "no tab " + std::to_string(n);
         SendMessageA(tabs, TCM_SETCURSEL, WPARAM(n), 0);
         NMHDR note{tabs, UINT_PTR(IDC_TABS), UINT(TCN_SELCHANGE)};
-        SendMessageA(dialog, WM_NOTIFY, IDC_TABS, LPARAM(&note));
+        SendOrBox(dialog, dialog, WM_NOTIFY, IDC_TABS, LPARAM(&note));
     } else if (verb == "command") {
         int code = 0;
         if (!(in >> id)) return "command needs an id";
         in >> code;
-        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(Control(dialog, id)));
+        SendOrBox(dialog, dialog, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(Control(dialog, id)));
     } else if (verb == "click") {
         if (!(in >> id)) return "click needs an id";
         HWND w = Control(dialog, id);
@@ -158,22 +325,78 @@ std::string Run(HWND dialog, const std::string& line) {
         MouseTo((r.left + r.right) / 2, (r.top + r.bottom) / 2);
         Button(MOUSEEVENTF_LEFTDOWN);
         Button(MOUSEEVENTF_LEFTUP);
+    } else if (verb == "type") {
+        std::string text;
+        if (!(in >> id)) return "type needs an id";
+        std::getline(in >> std::ws, text);
+        HWND w = Control(dialog, id);
+        if (!w) return "no control " + std::to_string(id);
+        // Focus from the dialog's own thread, all selected, then one character at a time as
+        // typing gives them, each with its own change notification.
+        SendMessageA(GetParent(w), WM_NEXTDLGCTL, WPARAM(w), TRUE);
+        SendMessageA(w, EM_SETSEL, 0, -1);
+        SendMessageA(w, WM_CLEAR, 0, 0);
+        for (unsigned char c : text) SendOrBox(dialog, w, WM_CHAR, WPARAM(c), 1);
+    } else if (verb == "key") {
+        std::string keys;
+        if (!(in >> keys)) return "key needs keys";
+        // The dialog's hot keys as the system hands them on; synthetic input with Ctrl
+        // does not reach them under wine.
+        const int hotKey = HotKey(keys);
+        if (hotKey) {
+            PostMessageA(dialog, WM_HOTKEY, WPARAM(hotKey), 0);
+        } else {
+            SetForegroundWindow(dialog);
+            if (!PressKeys(keys)) return "cannot press " + keys;
+        }
+        Settle(dialog);
+    } else if (verb == "answer") {
+        std::string which;
+        in >> which;
+        const int button = which == "yes"      ? IDYES
+                           : which == "no"     ? IDNO
+                           : which == "ok"     ? IDOK
+                           : which == "cancel" ? IDCANCEL
+                                               : 0;
+        if (!button) return "answer needs yes, no, cancel or ok";
+        HWND box = nullptr;
+        for (int i = 0; i < 200 && !(box = BoxUp(dialog)); ++i) Sleep(50);
+        if (!box) return "no box is up";
+        HWND item = GetDlgItem(box, button);
+        if (!item) return "the box has no " + which;
+        PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), LPARAM(item));
+        for (int i = 0; i < 200 && IsWindow(box) && IsWindowVisible(box); ++i) Sleep(20);
+        JoinPending();
+    } else if (verb == "expect") {
+        std::string pair;
+        in >> pair;
+        const size_t eq = pair.find('=');
+        if (eq == std::string::npos) return "expect needs KEY=VALUE";
+        Settle(dialog);
+        const std::string key = pair.substr(0, eq), want = pair.substr(eq + 1);
+        const std::string has = Served.value ? Served.value(key) : "";
+        if (has.empty()) return "no key " + key + " in the parameter block";
+        if (has != pair && !SameNumber(has.substr(eq + 1), want)) return "the parameter block has " + has;
+    } else if (verb == "press" || verb == "move" || verb == "release") {
+        int x, y;
+        if (!(in >> x >> y)) return verb + " needs two numbers";
+        if (verb == "press") {
+            std::string ctrl;
+            in >> ctrl;
+            DragKeys = ctrl == "ctrl" ? MK_CONTROL : 0;
+        }
+        return Mouse(dialog, verb == "press" ? WM_LBUTTONDOWN : verb == "move" ? WM_MOUSEMOVE : WM_LBUTTONUP, x, y);
     } else if (verb == "drag") {
         int x0, y0, x1, y1;
         if (!(in >> x0 >> y0 >> x1 >> y1)) return "drag needs four numbers";
         std::string ctrl;
         in >> ctrl;
-        // Mouse messages with the key state they carry, as the preview reads them.
-        HWND preview = Control(dialog, IDC_PREVIEW);
-        if (!preview) return "no preview";
-        const WPARAM keys = ctrl == "ctrl" ? MK_CONTROL : 0;
-        SendMessageA(preview, WM_MOUSEMOVE, keys, MAKELPARAM(x0, y0));
-        SendMessageA(preview, WM_LBUTTONDOWN, keys | MK_LBUTTON, MAKELPARAM(x0, y0));
-        for (int step = 1; step <= 8; ++step) {
-            const int x = x0 + (x1 - x0) * step / 8, y = y0 + (y1 - y0) * step / 8;
-            SendMessageA(preview, WM_MOUSEMOVE, keys | MK_LBUTTON, MAKELPARAM(x, y));
-        }
-        SendMessageA(preview, WM_LBUTTONUP, keys, MAKELPARAM(x1, y1));
+        DragKeys = ctrl == "ctrl" ? MK_CONTROL : 0;
+        std::string error = Mouse(dialog, WM_LBUTTONDOWN, x0, y0);
+        for (int step = 1; step <= 8 && error.empty(); ++step)
+            error = Mouse(dialog, WM_MOUSEMOVE, x0 + (x1 - x0) * step / 8, y0 + (y1 - y0) * step / 8);
+        if (error.empty()) error = Mouse(dialog, WM_LBUTTONUP, x1, y1);
+        return error;
     } else if (verb == "expect-enabled") {
         int want = 0;
         if (!(in >> id >> want)) return "expect-enabled needs an id and 0 or 1";
@@ -195,12 +418,57 @@ std::string Run(HWND dialog, const std::string& line) {
         Settle(dialog);
         Sleep(200);
         Settle(dialog);
+    } else if (verb == "preview" || verb == "expect-preview") {
+        std::string arg;
+        if (!(in >> arg)) return verb + " needs " + (verb == "preview" ? "a file" : "same or changed");
+        Settle(dialog);
+        hostsim::PamImage picture;
+        const std::string error = Proxy(picture);
+        if (!error.empty()) return error;
+        const uint64_t hash = Hash(picture);
+        if (verb == "expect-preview") {
+            if (!HavePreview) return "no preview taken before";
+            if (arg == "same" && hash != LastPreview) return "the preview changed";
+            if (arg == "changed" && hash == LastPreview) return "the preview is as it was";
+            if (arg != "same" && arg != "changed") return "expect-preview needs same or changed";
+        } else {
+            if (!WritePng(picture, arg)) return "cannot write " + arg;
+            std::printf("preview %s %016llx\n", arg.c_str(), static_cast<unsigned long long>(hash));
+            std::fflush(stdout);
+            LastPreview = hash;
+            HavePreview = true;
+        }
     } else if (verb == "shot") {
         std::string path;
         if (!(in >> path)) return "shot needs a file";
         Settle(dialog);
         Sleep(300);
         if (!Shot(dialog, path)) return "cannot write " + path;
+    } else if (verb == "size") {
+        int w = 0, h = 0;
+        if (!(in >> w >> h)) return "size needs a width and a height";
+        // As a user's sizing ends: the new size, then the end of the move.
+        SendMessageA(dialog, WM_ENTERSIZEMOVE, 0, 0);
+        SetWindowPos(dialog, nullptr, 0, 0, w, h, SWP_NOMOVE | SWP_NOZORDER);
+        SendOrBox(dialog, dialog, WM_EXITSIZEMOVE, 0, 0);
+    } else if (verb == "maximize") {
+        // The work area's size and place, as a maximised window has them: under a display
+        // without a window manager a real maximise is never drawn at its new size.
+        RECT area{};
+        SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+        SendMessageA(dialog, WM_ENTERSIZEMOVE, 0, 0);
+        SetWindowPos(dialog, nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                     SWP_NOZORDER);
+        SendOrBox(dialog, dialog, WM_EXITSIZEMOVE, 0, 0);
+    } else if (verb == "send") {
+        unsigned message = 0;
+        long long wparam = 0, lparam = 0;
+        if (!(in >> message)) return "send needs a message number";
+        in >> wparam >> lparam;
+        SendOrBox(dialog, dialog, message, WPARAM(wparam), LPARAM(lparam));
+    } else if (verb == "repaint") {
+        InvalidateRect(Control(dialog, IDC_PREVIEW), nullptr, FALSE);
+        Settle(dialog);
     } else if (verb == "ok" || verb == "cancel") {
         PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(verb == "ok" ? IDD_OK : IDD_CANCEL, 0), 0);
     } else {
@@ -221,6 +489,7 @@ void Drive(std::vector<std::string> lines) {
         const std::string error = Run(dialog, line);
         if (!error.empty()) {
             Failure = "line " + std::to_string(i + 1) + ": " + line + ": " + error;
+            if (HWND box = BoxUp(dialog)) PostMessageA(box, WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
             PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDD_CANCEL, 0), 0);
             return;
         }
@@ -229,8 +498,9 @@ void Drive(std::vector<std::string> lines) {
 
 } // namespace
 
-void StartDialogDriver(const std::string& script) {
+void StartDialogDriver(const std::string& script, DriverHost host) {
     HostThread = GetCurrentThreadId();
+    Served = std::move(host);
     std::vector<std::string> lines;
     std::ifstream in(script);
     if (!in) {
@@ -246,6 +516,7 @@ void StartDialogDriver(const std::string& script) {
 
 bool FinishDialogDriver() {
     if (Driver.joinable()) Driver.join();
+    JoinPending();
     if (Failure.empty()) return true;
     std::fprintf(stderr, "filterhost: drive: %s\n", Failure.c_str());
     return false;

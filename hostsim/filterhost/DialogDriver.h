@@ -1,15 +1,34 @@
 // Drives a plug-in's dialog from a script, one command a line, on a second thread while
 // the host's thread runs the dialog's modal loop (Windows build only):
-//   tab N | click ID | command ID [CODE] | drag X0 Y0 X1 Y1 [ctrl] | expect-enabled ID 0|1
-//   expect-text ID TEXT | wait-render | shot FILE.png | ok | cancel
-// Ids are sought in the dialog and its child windows; drag points are preview pixels.
-// Blank lines and lines starting with # are skipped. A failure names its line and ends
-// the dialog with Cancel.
+//   tab N | click ID | command ID [CODE] | type ID TEXT | key KEYS
+//   drag X0 Y0 X1 Y1 [ctrl] | press X Y [ctrl] | move X Y | release X Y
+//   answer yes|no|cancel|ok | expect KEY=VALUE | expect-enabled ID 0|1 | expect-text ID TEXT
+//   wait-render | preview FILE.png | expect-preview same|changed | shot FILE.png
+//   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | ok | cancel
+// Ids are sought in an open drawer, then the tab's page, then the dialog; drag points are
+// preview pixels. size ends as a user's sizing does; maximize sizes the window to the
+// work area; send hands the dialog a raw message; repaint has the preview painted again.
+// preview writes the host's output buffer and prints "preview FILE HASH"; expect-preview
+// compares with the last one. KEYS is a key name (ESC, ENTER, TAB, F1, A, 0...) with
+// CTRL+, SHIFT+ or ALT+ before it. Blank lines and lines starting with # are skipped. A
+// failure names its line and ends the dialog with Cancel.
 #pragma once
 
+#include "hostsim/Pam.h"
+
+#include <functional>
 #include <string>
 
+// What the driver asks of the host while the dialog is up; both run on the driver's thread
+// while the dialog's thread is idle.
+struct DriverHost {
+    // One key of the live parameter block as KEY=VALUE prints it; "" for an unknown key.
+    std::function<std::string(const std::string& key)> value;
+    // The host's output buffer, the picture the preview shows, as RGB.
+    std::function<bool(hostsim::PamImage& picture)> proxy;
+};
+
 // Starts the driver on `script`; it waits for a dialog of the calling thread.
-void StartDialogDriver(const std::string& script);
+void StartDialogDriver(const std::string& script, DriverHost host);
 // Joins the driver; false (with the reason on stderr) when a line failed.
 bool FinishDialogDriver();

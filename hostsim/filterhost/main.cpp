@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "DialogDriver.h"
+#include "RenderTimings.h"
 #else
 #include "state/PathTable.h"
 #include "host/PluginMain.h"
@@ -58,7 +59,16 @@ const char kHelp[] = "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OU
                      "                      command a line: tab N, click ID, command ID [CODE], drag X0 Y0 X1 Y1\n"
                      "                      [ctrl], expect-enabled ID 0|1, expect-text ID TEXT, wait-render,\n"
                      "                      shot FILE.png, ok, cancel. A failed line is named and cancels.\n"
+                     "                      Also type ID TEXT, key KEYS, answer yes|no|cancel|ok, expect KEY=VALUE,\n"
+                     "                      press/move/release X Y, preview FILE.png, expect-preview same|changed\n"
+                     "                      (see DialogDriver.h).\n"
+                     "  --timings           with --dialog (Windows build only): log on stderr how long the opening,\n"
+                     "                      each render and each paint of the preview take.\n"
                      "  --record FILE       after the run, the descriptor the plug-in recorded as KEY=VALUE lines.\n"
+                     "  --save-block FILE   after the run, the blocks the host keeps (parameters, data slot).\n"
+                     "  --load-block FILE   repeat a filter as a host does: the kept blocks handed to Prepare, no\n"
+                     "                      Parameters, nothing played.\n"
+                     "  --advance-error N   play a host whose advanceState always answers N (e.g. -108).\n"
                      "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
                      "                      conversion); the result is then written as CMYK.\n"
                      "  --data DIR          the plug-in's data folder (textures, presets), of any name, for the\n"
@@ -226,6 +236,23 @@ std::string DefaultPlugin() {
 }
 #endif
 
+// One key of a descriptor as KEY=VALUE; "" for kinds without a plain text form.
+std::string KeyValue(const Descriptor& d, size_t i) {
+    const uint32 k = d.KeyAt(i);
+    const std::string key{char(k >> 24), char(k >> 16), char(k >> 8), char(k)};
+    const Value& v = d.ValueAt(i);
+    char number[64];
+    switch (v.type) {
+    case typeInteger:
+    case typeSInt64: return key + "=" + std::to_string(static_cast<long long>(v.integer));
+    case typeFloat:
+    case typeUnitFloat: std::snprintf(number, sizeof number, "%.17g", v.number); return key + "=" + number;
+    case typeBoolean: return key + "=" + (v.integer ? "true" : "false");
+    case typeChar: return key + "=" + v.bytes;
+    default: return "";
+    }
+}
+
 // The recorded descriptor, one KEY=VALUE a line in the order recorded; kinds without a
 // plain text form are left out.
 bool WriteRecorded(const Host& host, const std::string& path) {
@@ -233,27 +260,89 @@ bool WriteRecorded(const Host& host, const std::string& path) {
     if (!f) return false;
     const Descriptor& d = host.Recorded();
     for (size_t i = 0; host.HasRecorded() && i < d.Count(); ++i) {
-        const uint32 k = d.KeyAt(i);
-        const char key[5] = {char(k >> 24), char(k >> 16), char(k >> 8), char(k), 0};
-        const Value& v = d.ValueAt(i);
-        switch (v.type) {
-        case typeInteger:
-        case typeSInt64: std::fprintf(f, "%s=%lld\n", key, static_cast<long long>(v.integer)); break;
-        case typeFloat:
-        case typeUnitFloat: std::fprintf(f, "%s=%.17g\n", key, v.number); break;
-        case typeBoolean: std::fprintf(f, "%s=%s\n", key, v.integer ? "true" : "false"); break;
-        case typeChar: std::fprintf(f, "%s=%s\n", key, v.bytes.c_str()); break;
-        default: break;
-        }
+        const std::string line = KeyValue(d, i);
+        if (!line.empty()) std::fprintf(f, "%s\n", line.c_str());
     }
     return std::fclose(f) == 0;
 }
+
+// The blocks a host keeps between runs: the parameter block, then the data slot's block,
+// each after its size (4 bytes, little-endian).
+bool WriteBlocks(const Host& host, const std::string& path) {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    if (!f) return false;
+    bool written = true;
+    for (const std::vector<uint8>& block : {host.ParameterBytes(), host.DataBytes()}) {
+        const uint32 n = uint32(block.size());
+        const uint8 size[4] = {uint8(n), uint8(n >> 8), uint8(n >> 16), uint8(n >> 24)};
+        written = written && std::fwrite(size, 1, 4, f) == 4 && std::fwrite(block.data(), 1, n, f) == n;
+    }
+    return std::fclose(f) == 0 && written;
+}
+
+bool ReadBlocks(const std::string& path, std::vector<uint8>& parameters, std::vector<uint8>& data) {
+    std::FILE* f = std::fopen(path.c_str(), "rb");
+    if (!f) return false;
+    bool read = true;
+    for (std::vector<uint8>* block : {&parameters, &data}) {
+        uint8 size[4] = {};
+        read = read && std::fread(size, 1, 4, f) == 4;
+        const uint32 n = read ? uint32(size[0] | size[1] << 8 | size[2] << 16 | uint32(size[3]) << 24) : 0;
+        read = read && n <= (1u << 20);
+        block->assign(read ? n : 0, 0);
+        read = read && std::fread(block->data(), 1, block->size(), f) == block->size();
+    }
+    std::fclose(f);
+    return read && !parameters.empty();
+}
+
+#ifdef _WIN32
+// One key of the live parameter block, typed as a played step carries it.
+std::string LiveValue(const Host& host, const std::string& key) {
+    const std::vector<uint8> bytes = host.ParameterBytes();
+    if (bytes.size() < sizeof(FilterParameters)) return "";
+    FilterParameters block;
+    std::memcpy(&block, bytes.data(), sizeof block);
+    Descriptor d;
+    PutBlock(block, d);
+    for (size_t i = 0; i < d.Count(); ++i)
+        if (d.KeyAt(i) == Code(key)) return KeyValue(d, i);
+    return "";
+}
+
+// The host's output buffer as the dialog's last render left it, as RGB: the first three
+// planes (one plane as grey), 16-bit samples scaled down.
+bool ProxyPicture(const Host& host, PamImage& picture) {
+    const FilterRecord& r = host.Record();
+    if (!r.outData || host.Requests().empty()) return false;
+    const VRect out = host.Requests().back().outRect;
+    const int planes = r.outHiPlane - r.outLoPlane + 1;
+    const int bytes = host.Doc().BytesPerSample();
+    picture.width = out.right - out.left;
+    picture.height = out.bottom - out.top;
+    if (picture.width <= 0 || picture.height <= 0 || planes < 1) return false;
+    picture.depth = 3;
+    picture.tupleType = "RGB";
+    picture.data.assign(size_t(picture.width) * picture.height * 3, 0);
+    for (int y = 0; y < picture.height; ++y)
+        for (int x = 0; x < picture.width; ++x)
+            for (int c = 0; c < 3; ++c) {
+                const size_t at =
+                    size_t(y) * size_t(r.outRowBytes) + (size_t(x) * planes + (planes >= 3 ? c : 0)) * bytes;
+                const uint8* sample = static_cast<const uint8*>(r.outData) + at;
+                const int v = bytes == 2 ? std::min(255, (sample[0] | sample[1] << 8) >> 7) : sample[0];
+                picture.data[(size_t(y) * picture.width + x) * 3 + c] = uint8(v);
+            }
+    return true;
+}
+#endif
 
 } // namespace
 
 int main(int argc, char** argv) {
     std::string plugin, inPath, outPath, selectionPath, registryPath, dataPath, drivePath, recordPath;
-    bool dialog = false, cmyk = false;
+    std::string saveBlockPath, loadBlockPath, advanceError;
+    bool dialog = false, cmyk = false, timings = false;
     HostOptions options;
     Descriptor played;
     std::vector<std::string> keys;
@@ -299,6 +388,17 @@ int main(int argc, char** argv) {
             if (!value(drivePath)) return Usage("--drive needs a script");
         } else if (arg == "--cmyk") {
             cmyk = true;
+        } else if (arg == "--timings") {
+            timings = true;
+        } else if (arg == "--save-block") {
+            if (!value(saveBlockPath)) return Usage("--save-block needs a path");
+        } else if (arg == "--load-block") {
+            if (!value(loadBlockPath)) return Usage("--load-block needs a path");
+        } else if (arg == "--advance-error") {
+            int32 error = 0;
+            if (!value(advanceError) || !ParseInt(advanceError, error) || error == 0)
+                return Usage("--advance-error needs a non-zero error number");
+            options.advanceStateError = int16(error);
         } else if (arg.compare(0, 2, "--") == 0) {
             return Usage("unknown option " + arg);
         } else {
@@ -404,22 +504,42 @@ int main(int argc, char** argv) {
                                 GetModuleHandleA(nullptr), nullptr);
         options.windowsParent = intptr_t(frame);
     }
-    if (!drivePath.empty()) StartDialogDriver(drivePath);
 #else
-    if (!drivePath.empty()) return Usage("--drive needs the Windows build");
+    if (!drivePath.empty() || timings) return Usage("--drive and --timings need the Windows build");
 #endif
+    std::vector<uint8> keptParameters, keptData;
+    if (!loadBlockPath.empty() && !ReadBlocks(loadBlockPath, keptParameters, keptData)) {
+        std::fprintf(stderr, "filterhost: %s holds no kept blocks\n", loadBlockPath.c_str());
+        return kExitInput;
+    }
     Host host(std::move(doc), options, entry);
     if (!host.DocumentError().empty()) {
         std::fprintf(stderr, "filterhost: %s\n", host.DocumentError().c_str());
         return kExitInput;
     }
-    const int16 playInfo = dialog ? plugInDialogDisplay : plugInDialogDontDisplay;
-    const int16 result = host.PlayAction(played, playInfo);
 #ifdef _WIN32
+    if (!drivePath.empty())
+        StartDialogDriver(drivePath, {[&host](const std::string& key) { return LiveValue(host, key); },
+                                      [&host](PamImage& picture) { return ProxyPicture(host, picture); }});
+    if (timings) StartRenderTimings();
+#endif
+    int16 result = noErr;
+    if (!keptParameters.empty()) {
+        host.KeepBlocks(keptParameters, keptData);
+        result = host.RepeatFilter();
+    } else {
+        result = host.PlayAction(played, dialog ? plugInDialogDisplay : plugInDialogDontDisplay);
+    }
+#ifdef _WIN32
+    if (timings) StopRenderTimings();
     const bool driven = FinishDialogDriver();
     if (frame) DestroyWindow(frame);
     if (!driven) return kExitPlugin;
 #endif
+    if (!saveBlockPath.empty() && !WriteBlocks(host, saveBlockPath)) {
+        std::fprintf(stderr, "filterhost: cannot write %s\n", saveBlockPath.c_str());
+        return kExitInput;
+    }
     for (const std::string& m : host.TakeMisuse()) std::fprintf(stderr, "filterhost: host noticed: %s\n", m.c_str());
 
     if (!recordPath.empty() && !WriteRecorded(host, recordPath)) {

@@ -255,6 +255,9 @@ bool ChooseRender() {
 } // namespace
 
 void RunFilter() {
+    // The host turned the preview's request down: no buffers to render into, and the
+    // preview shows no picture.
+    if (DialogOpen && (!gFilterRecord->inData || !gFilterRecord->outData)) return;
     DocumentDepth = gFilterRecord->depth ? gFilterRecord->depth : 8;
     Depth16 = DocumentDepth == 16;
     HaveMask = gFilterRecord->haveMask != 0;
