@@ -177,6 +177,10 @@ void ApplyLayout(HWND dialog, int32_t w, int32_t h) {
     BandPixels.Resize(d.bandWidth, kBandHeight);
     const RECT dirty{d.invalidate.left, d.invalidate.top, d.invalidate.right, d.invalidate.bottom};
     InvalidateRect(dialog, &dirty, TRUE);
+    // The erase of the area a wider window uncovers would leave the moved header
+    // pictures and buttons painted over.
+    const RECT header{d.headerRepaint.left, d.headerRepaint.top, d.headerRepaint.right, d.headerRepaint.bottom};
+    RedrawWindow(dialog, &header, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     PlaceResultOptions(dialog, d);
     Place(dialog, IDC_PREVIEW, d.preview);
     SetPercentLabel(dialog);
@@ -358,9 +362,9 @@ void PaintFrame(HWND dialog) {
         PaintBand(BandPixels.View(), CornerWeights, DialogColor, BandEdge::Top);
         BandPixels.Blit(dc, TabBandTop.left, TabBandTop.top);
     }
-    if (HeaderMiddleWidth > 0 && HeaderTile.View().bits && HeaderStrip.Resize(HeaderMiddleWidth, 71)) {
+    if (HeaderMiddleWidth > 0 && HeaderTile.View().bits && HeaderStrip.Resize(HeaderMiddleWidth, kHeaderHeight)) {
         PaintHeaderStrip(HeaderStrip.View(), HeaderTile.View());
-        HeaderStrip.Blit(dc, 453, 0);
+        HeaderStrip.Blit(dc, kHeaderStripLeft, 0);
     }
     EndPaint(dialog, &ps);
 }
