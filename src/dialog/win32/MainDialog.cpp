@@ -97,10 +97,15 @@ HWND Item(HWND dialog, int id) { return GetDlgItem(dialog, id); }
 PreviewControl* Preview(HWND dialog) { return PreviewRecord(Item(dialog, IDC_PREVIEW)); }
 
 HWND ProgressBar = nullptr;
+WPARAM BarPosition = 0;
+// The render reports every row; a bar redrawn that often costs more than the render
+// under some window systems, so only a new position reaches it (its range is set once).
 void DialogBar(int32_t done, int32_t total) {
     if (!ProgressBar) return;
-    SendMessageA(ProgressBar, PBM_SETRANGE, 0, MAKELPARAM(0, 100));
-    SendMessageA(ProgressBar, PBM_SETPOS, total > 0 ? WPARAM(int64_t(done) * 100 / total) : 0, 0);
+    const WPARAM position = total > 0 ? WPARAM(int64_t(done) * 100 / total) : 0;
+    if (position == BarPosition) return;
+    BarPosition = position;
+    SendMessageA(ProgressBar, PBM_SETPOS, position, 0);
 }
 
 void SetZoomButtons(HWND dialog) { ShowZoomButtons(dialog, Zoom.up, Zoom.down); }
@@ -275,6 +280,7 @@ void InitDialog(HWND dialog) {
     if (PreviewControl* c = Preview(dialog)) c->mode = 1;
     ProgressBar = Item(dialog, IDC_PROGRESS);
     SendMessageA(ProgressBar, PBM_SETRANGE, 0, MAKELPARAM(0, 100));
+    BarPosition = WPARAM(SendMessageA(ProgressBar, PBM_GETPOS, 0, 0));
     DialogProgressBar = DialogBar;
 
     ShownSecondWash = p.SecondWashExists;
