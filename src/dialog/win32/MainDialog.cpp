@@ -238,6 +238,9 @@ RECT WindowPlace() {
 void BuildNavigator(HWND) {}
 void SetUpThumbnails() {}
 void MakeDrawers(HWND) {}
+// A Ctrl + drag moved the active tab's layer: the page's offset links follow here once
+// the pages have them.
+void SyncMovedLayerLinks(HWND) {}
 
 void InitDialog(HWND dialog) {
     HDC dc = GetDC(dialog);
@@ -448,6 +451,8 @@ void Command(HWND dialog, int id, int code) {
         if (!c->pan.ctrlDrag) {
             ApplyPan(c->pan);
             AcquirePreview();
+        } else {
+            SyncMovedLayerLinks(dialog);
         }
         RefreshPreview(dialog);
         return;
