@@ -76,10 +76,23 @@ OSErr Read(const Port& port, const VRect& source, const VRect& destination, cons
     }
     const size_t bytes = size_t(port.depth / 8);
     auto* out = static_cast<uint8*>(dest->data);
+    // A picture read at its own size is most of a run's reading: no division a sample.
+    const bool unscaled = sh == dh && sw == dw;
+    const size_t columnBytes = size_t(dest->colBits / 8);
     for (int32 y = top; y < bottom; ++y) {
         const int64 sy = int64(source.top) + ((int64(y) - destination.top) * sh) / dh;
         uint8* row = out + ((int64(y) - write.top) * dest->rowBits) / 8 + dest->bitOffset / 8;
         const uint8* srcRow = port.base + size_t(sy) * port.rowStep;
+        if (unscaled) {
+            const uint8* from = srcRow + size_t(int64(source.left) + (int64(left) - destination.left)) * port.pixelStep;
+            uint8* to = row + (int64(left) - write.left) * int64(columnBytes);
+            const size_t count = size_t(right - left);
+            if (bytes == 1)
+                for (size_t i = 0; i < count; ++i) to[i * columnBytes] = from[i * port.pixelStep];
+            else
+                for (size_t i = 0; i < count; ++i) std::memcpy(to + i * columnBytes, from + i * port.pixelStep, bytes);
+            continue;
+        }
         for (int32 x = left; x < right; ++x) {
             const int64 sx = int64(source.left) + ((int64(x) - destination.left) * sw) / dw;
             std::memcpy(row + ((int64(x) - write.left) * dest->colBits) / 8, srcRow + size_t(sx) * port.pixelStep,

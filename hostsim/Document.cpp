@@ -150,6 +150,12 @@ void Document::Merge(std::vector<uint8>& colour, std::vector<uint8>& transparenc
     transparency.assign(n * size_t(bps), 0);
     for (const Layer& layer : layers) {
         if (!layer.visible) continue;
+        // An opaque layer hides all below it: its own colours, full coverage.
+        if (layer.transparency.empty() && layer.layerMask.empty() && layer.pixels.size() == colour.size()) {
+            colour = layer.pixels;
+            for (size_t i = 0; i < n; ++i) WriteSample(&transparency[i * size_t(bps)], bps, uint32(full));
+            continue;
+        }
         for (size_t i = 0; i < n; ++i) {
             int64 a = layer.transparency.empty() ? full : ReadSample(&layer.transparency[i * size_t(bps)], bps);
             if (!layer.layerMask.empty()) a = a * ReadSample(&layer.layerMask[i * size_t(bps)], bps) / full;

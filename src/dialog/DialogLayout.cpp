@@ -58,6 +58,7 @@ DialogLayout LayoutDialog(int32_t w, int32_t h, int32_t dpi, const LayoutRect& f
     d.bandWidth = (band + 3) / 4 * 4;
     d.bandBufferBytes = size_t(d.bandWidth + 4) * kBandHeight * 3;
     d.invalidate = {L, d.frame.top, w, h};
+    d.headerRepaint = {kHeaderStripLeft, 0, w, kHeaderHeight};
 
     const float R = float(d.frame.right);
     const float base = R - 70.0f * s;

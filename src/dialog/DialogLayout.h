@@ -24,6 +24,7 @@ struct LayoutRect {
 };
 
 inline constexpr int32_t kBandHeight = 33;
+inline constexpr int32_t kHeaderStripLeft = 453, kHeaderHeight = 71;
 inline constexpr int32_t kMinimumWidth = 923, kMinimumHeight = 704;
 
 // The smallest track size: (dpi / 96, an integer) times 923 by 704.
@@ -50,6 +51,9 @@ struct DialogLayout {
     int32_t bandWidth = 0;      // a multiple of 4, at least 4
     size_t bandBufferBytes = 0; // (bandWidth + 4) * 33 rows * 3 bytes
     LayoutRect invalidate;      // repainted with erase
+    // The header's strip and its right picture with the buttons on it, which follow the
+    // right edge: repainted with erase, children too.
+    LayoutRect headerRepaint;
     // Reset All, Reset Wash, Reset Surface, Reset Background: x and width; their row is
     // the navigator's.
     std::array<LayoutBox, 4> resets;

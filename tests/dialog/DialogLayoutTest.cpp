@@ -50,6 +50,7 @@ TEST(DialogLayout, EveryRectangleAtTheMinimumSizeAt96Dpi) {
     EXPECT_EQ(d.bandWidth, 528); // 525 rounded up
     EXPECT_EQ(d.bandBufferBytes, 532u * 33 * 3);
     EXPECT_EQ(d.invalidate, (LayoutRect{385, 82, 923, 704}));
+    EXPECT_EQ(d.headerRepaint, (LayoutRect{453, 0, 923, 71}));
     const int32_t resetX[4] = {845, 830, 823, 800}, resetW[4] = {50, 70, 87, 110};
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(d.resets[size_t(i)].x, resetX[i]) << i;

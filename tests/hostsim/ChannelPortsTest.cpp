@@ -148,3 +148,27 @@ TEST(HostsimChannelPorts, ReadsHonourStridesClipAndScale) {
 }
 
 } // namespace
+
+TEST(HostsimChannelPorts, AnOpaqueLayerHidesWhatLiesBelowInTheMerge) {
+    Document doc = TwoLayers();
+    doc.layers[0].visible = true;
+    doc.layers[0].transparency.assign(35, 90);
+    doc.layers[1].transparency.clear();
+    std::vector<uint8> colour, transparency;
+    doc.Merge(colour, transparency);
+    EXPECT_EQ(colour, doc.layers[1].pixels);
+    EXPECT_EQ(transparency, std::vector<uint8>(35, 255));
+
+    // 16-bit: full coverage is 32768.
+    doc.depth = 16;
+    for (Layer& layer : doc.layers) {
+        std::vector<uint8> wide;
+        for (uint8 v : layer.pixels) wide.insert(wide.end(), {v, 1});
+        layer.pixels = wide;
+        if (!layer.transparency.empty()) layer.transparency.assign(70, 0);
+    }
+    doc.Merge(colour, transparency);
+    EXPECT_EQ(colour, doc.layers[1].pixels);
+    ASSERT_EQ(transparency.size(), 70u);
+    for (size_t i = 0; i < 70; i += 2) EXPECT_EQ(transparency[i] | transparency[i + 1] << 8, 32768) << i;
+}

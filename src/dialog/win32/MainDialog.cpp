@@ -97,10 +97,15 @@ HWND Item(HWND dialog, int id) { return GetDlgItem(dialog, id); }
 PreviewControl* Preview(HWND dialog) { return PreviewRecord(Item(dialog, IDC_PREVIEW)); }
 
 HWND ProgressBar = nullptr;
+WPARAM BarPosition = 0;
+// The render reports every row; a bar redrawn that often costs more than the render
+// under some window systems, so only a new position reaches it (its range is set once).
 void DialogBar(int32_t done, int32_t total) {
     if (!ProgressBar) return;
-    SendMessageA(ProgressBar, PBM_SETRANGE, 0, MAKELPARAM(0, 100));
-    SendMessageA(ProgressBar, PBM_SETPOS, total > 0 ? WPARAM(int64_t(done) * 100 / total) : 0, 0);
+    const WPARAM position = total > 0 ? WPARAM(int64_t(done) * 100 / total) : 0;
+    if (position == BarPosition) return;
+    BarPosition = position;
+    SendMessageA(ProgressBar, PBM_SETPOS, position, 0);
 }
 
 void SetZoomButtons(HWND dialog) { ShowZoomButtons(dialog, Zoom.up, Zoom.down); }
@@ -177,6 +182,10 @@ void ApplyLayout(HWND dialog, int32_t w, int32_t h) {
     BandPixels.Resize(d.bandWidth, kBandHeight);
     const RECT dirty{d.invalidate.left, d.invalidate.top, d.invalidate.right, d.invalidate.bottom};
     InvalidateRect(dialog, &dirty, TRUE);
+    // The erase of the area a wider window uncovers would leave the moved header
+    // pictures and buttons painted over.
+    const RECT header{d.headerRepaint.left, d.headerRepaint.top, d.headerRepaint.right, d.headerRepaint.bottom};
+    RedrawWindow(dialog, &header, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     PlaceResultOptions(dialog, d);
     Place(dialog, IDC_PREVIEW, d.preview);
     SetPercentLabel(dialog);
@@ -229,6 +238,9 @@ RECT WindowPlace() {
 void BuildNavigator(HWND) {}
 void SetUpThumbnails() {}
 void MakeDrawers(HWND) {}
+// A Ctrl + drag moved the active tab's layer: the page's offset links follow here once
+// the pages have them.
+void SyncMovedLayerLinks(HWND) {}
 
 void InitDialog(HWND dialog) {
     HDC dc = GetDC(dialog);
@@ -271,6 +283,7 @@ void InitDialog(HWND dialog) {
     if (PreviewControl* c = Preview(dialog)) c->mode = 1;
     ProgressBar = Item(dialog, IDC_PROGRESS);
     SendMessageA(ProgressBar, PBM_SETRANGE, 0, MAKELPARAM(0, 100));
+    BarPosition = WPARAM(SendMessageA(ProgressBar, PBM_GETPOS, 0, 0));
     DialogProgressBar = DialogBar;
 
     ShownSecondWash = p.SecondWashExists;
@@ -358,9 +371,9 @@ void PaintFrame(HWND dialog) {
         PaintBand(BandPixels.View(), CornerWeights, DialogColor, BandEdge::Top);
         BandPixels.Blit(dc, TabBandTop.left, TabBandTop.top);
     }
-    if (HeaderMiddleWidth > 0 && HeaderTile.View().bits && HeaderStrip.Resize(HeaderMiddleWidth, 71)) {
+    if (HeaderMiddleWidth > 0 && HeaderTile.View().bits && HeaderStrip.Resize(HeaderMiddleWidth, kHeaderHeight)) {
         PaintHeaderStrip(HeaderStrip.View(), HeaderTile.View());
-        HeaderStrip.Blit(dc, 453, 0);
+        HeaderStrip.Blit(dc, kHeaderStripLeft, 0);
     }
     EndPaint(dialog, &ps);
 }
@@ -438,6 +451,8 @@ void Command(HWND dialog, int id, int code) {
         if (!c->pan.ctrlDrag) {
             ApplyPan(c->pan);
             AcquirePreview();
+        } else {
+            SyncMovedLayerLinks(dialog);
         }
         RefreshPreview(dialog);
         return;
