@@ -12,7 +12,12 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
   # First use: build the prefix once, under a lock so parallel tests wait for it.
   exec 9>"$WINEPREFIX.lock"
   flock 9
-  [ -f "$WINEPREFIX/system.reg" ] || { "$wine" wineboot --init >/dev/null 2>&1 || true; /usr/lib/wine/wineserver -w 2>/dev/null || wineserver -w || true; }
+  if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    "$wine" wineboot --init >/dev/null 2>&1 || true
+    # Wine has no Arial; the dialog's labels are sized for it, so give them its metric twin.
+    "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v Arial /d 'Liberation Sans' /f >/dev/null 2>&1 || true
+    /usr/lib/wine/wineserver -w 2>/dev/null || wineserver -w || true
+  fi
   flock -u 9
 fi
 if [ -z "${DISPLAY:-}" ] && command -v xvfb-run >/dev/null; then
