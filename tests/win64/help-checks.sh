@@ -99,6 +99,7 @@ set_dpi 96
 width=$(awk '$1 == "htdW" { print $2 }' "$ini")
 cat >"$out/host-about.txt" <<SCRIPT
 expect-text 1005 Enable SFX
+shot $out/host-about.png
 command 1005
 expect-text 1005 Disable SFX
 command 1
