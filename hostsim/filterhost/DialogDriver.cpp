@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include "dialog/AboutIds.h"
 #include "dialog/DialogIds.h"
 #include "hostsim/ScreenShot.h"
 
@@ -31,8 +32,10 @@ bool HavePreview = false;
 // Messages still being served when a box came up; they end once it is answered.
 std::vector<std::thread> Pending;
 
+// The main dialog, or the About box when the host's About command brought it up alone.
 BOOL CALLBACK FindDialog(HWND w, LPARAM data) {
-    if (IsWindowVisible(w) && GetDlgItem(w, IDC_PREVIEW)) *reinterpret_cast<HWND*>(data) = w;
+    if (IsWindowVisible(w) && (GetDlgItem(w, IDC_PREVIEW) || GetDlgItem(w, IDC_ABOUT_VERSION)))
+        *reinterpret_cast<HWND*>(data) = w;
     return TRUE;
 }
 
@@ -297,13 +300,51 @@ std::string Proxy(hostsim::PamImage& picture) {
     return "";
 }
 
+std::string Run(HWND dialog, const std::string& line);
+
+// "box VERB...": a line played on the box that is up over the dialog (the About box).
+std::string RunInBox(HWND dialog, const std::string& rest) {
+    HWND box = nullptr;
+    for (int i = 0; i < 200 && !(box = BoxUp(dialog)); ++i) Sleep(50);
+    if (!box) return "no box is up";
+    std::istringstream in(rest);
+    std::string verb;
+    in >> verb;
+    if (verb == "command") {
+        // The box's own commands end at once; a plain send, not one that waits for a box.
+        int id = 0, code = 0;
+        if (!(in >> id)) return "command needs an id";
+        in >> code;
+        DWORD_PTR ignored = 0;
+        SendMessageTimeoutA(box, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(GetDlgItem(box, id)), SMTO_NORMAL, 60000,
+                            &ignored);
+        return "";
+    }
+    if (verb == "expect-client") {
+        int w = 0, h = 0;
+        if (!(in >> w >> h)) return "expect-client needs a width and a height";
+        Settle(box);
+        RECT r{};
+        GetClientRect(box, &r);
+        if (r.right != w || r.bottom != h)
+            return "the box's client area is " + std::to_string(r.right) + " by " + std::to_string(r.bottom);
+        return "";
+    }
+    if (verb == "expect-text" || verb == "shot" || verb == "key") return Run(box, rest);
+    return "box takes command, expect-text, expect-client, shot or key";
+}
+
 // One line; an empty answer means it went well.
 std::string Run(HWND dialog, const std::string& line) {
     std::istringstream in(line);
     std::string verb;
     in >> verb;
     int id = 0;
-    if (verb == "tab") {
+    if (verb == "box") {
+        std::string rest;
+        std::getline(in >> std::ws, rest);
+        return RunInBox(dialog, rest);
+    } else if (verb == "tab") {
         int n = -1;
         in >> n;
         HWND tabs = Control(dialog, IDC_TABS);

@@ -5,9 +5,13 @@
 //   answer yes|no|cancel|ok | expect KEY=VALUE | expect-enabled ID 0|1 | expect-text ID TEXT
 //   wait-render | preview FILE.png | expect-preview same|changed | shot FILE.png
 //   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | ok | cancel
+//   box command ID [CODE] | box expect-text ID TEXT | box expect-client W H | box shot FILE.png
+//   box key KEYS
 // Ids are sought in an open drawer, then the tab's page, then the dialog; drag points are
 // preview pixels. size ends as a user's sizing does; maximize sizes the window to the
 // work area; send hands the dialog a raw message; repaint has the preview painted again.
+// box plays its line on the box that is up over the dialog (the About box); the dialog the
+// driver waits for may also be an About box alone, from the host's About command.
 // preview writes the host's output buffer and prints "preview FILE HASH"; expect-preview
 // compares with the last one. KEYS is a key name (ESC, ENTER, TAB, F1, A, 0...) with
 // CTRL+, SHIFT+ or ALT+ before it. Blank lines and lines starting with # are skipped. A

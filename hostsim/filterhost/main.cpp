@@ -62,6 +62,14 @@ const char kHelp[] = "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OU
                      "                      Also type ID TEXT, key KEYS, answer yes|no|cancel|ok, expect KEY=VALUE,\n"
                      "                      press/move/release X Y, preview FILE.png, expect-preview same|changed\n"
                      "                      (see DialogDriver.h).\n"
+                     "  --about             play the host's About command instead of a run (Windows build only):\n"
+                     "                      the plug-in's About box over a window of this program; --drive\n"
+                     "                      plays it. --in and --out are then not needed.\n"
+                     "  --opened FILE       nothing the plug-in opens (manual pages, web addresses) reaches a\n"
+                     "                      browser: each is logged in FILE as \"open TARGET\" instead.\n"
+                     "  --hold MS           with --opened: each open then waits MS milliseconds and logs\n"
+                     "                      \"held TARGET\"; this program waits as long again before it ends, so\n"
+                     "                      an opener the plug-in did not end has the time to log it.\n"
                      "  --timings           with --dialog (Windows build only): log on stderr how long the opening,\n"
                      "                      each render and each paint of the preview take.\n"
                      "  --record FILE       after the run, the descriptor the plug-in recorded as KEY=VALUE lines.\n"
@@ -339,10 +347,41 @@ bool ProxyPicture(const Host& host, PamImage& picture) {
 
 } // namespace
 
+void SetVariable(const char* name, const std::string& value) {
+#ifdef _WIN32
+    SetEnvironmentVariableA(name, value.c_str());
+    _putenv_s(name, value.c_str());
+#else
+    setenv(name, value.c_str(), 1);
+#endif
+}
+
+#ifdef _WIN32
+// The host's About command: no document is read, the box comes up over a window of ours.
+int PlayAbout(HostOptions options, PluginEntry entry, const std::string& drivePath, const std::string& holdMs) {
+    HWND frame = CreateWindowExA(0, "STATIC", "filterhost", WS_OVERLAPPEDWINDOW, 0, 0, 320, 200, nullptr, nullptr,
+                                 GetModuleHandleA(nullptr), nullptr);
+    options.windowsParent = intptr_t(frame);
+    Host host(MakeDocument(8, 8, plugInModeRGBColor, 8, std::vector<uint8>(8 * 8 * 3, 128), 3), options, entry);
+    if (!drivePath.empty()) StartDialogDriver(drivePath, {});
+    const int16 result = host.Call(filterSelectorAbout);
+    const bool driven = FinishDialogDriver();
+    if (frame) DestroyWindow(frame);
+    if (!holdMs.empty()) Sleep(DWORD(std::stol(holdMs)));
+    if (!driven) return kExitPlugin;
+    if (result != noErr) {
+        std::fprintf(stderr, "filterhost: the About command returned %d (%s)\n", int(result), ErrorName(result));
+        return kExitPlugin;
+    }
+    return kExitOk;
+}
+#endif
+
 int main(int argc, char** argv) {
     std::string plugin, inPath, outPath, selectionPath, registryPath, dataPath, drivePath, recordPath;
     std::string saveBlockPath, loadBlockPath, advanceError;
-    bool dialog = false, cmyk = false, timings = false;
+    std::string openedPath, holdMs;
+    bool dialog = false, cmyk = false, timings = false, about = false;
     HostOptions options;
     Descriptor played;
     std::vector<std::string> keys;
@@ -386,6 +425,13 @@ int main(int argc, char** argv) {
             if (!value(recordPath)) return Usage("--record needs a path");
         } else if (arg == "--drive") {
             if (!value(drivePath)) return Usage("--drive needs a script");
+        } else if (arg == "--about") {
+            about = true;
+        } else if (arg == "--opened") {
+            if (!value(openedPath)) return Usage("--opened needs a path");
+        } else if (arg == "--hold") {
+            int32 ms = 0;
+            if (!value(holdMs) || !ParseInt(holdMs, ms) || ms <= 0) return Usage("--hold needs a positive number");
         } else if (arg == "--cmyk") {
             cmyk = true;
         } else if (arg == "--timings") {
@@ -408,7 +454,11 @@ int main(int argc, char** argv) {
             keys.push_back(arg);
         }
     }
-    if (inPath.empty() || outPath.empty()) return Usage("--in and --out are required");
+    if (!about && (inPath.empty() || outPath.empty())) return Usage("--in and --out are required");
+    if (!holdMs.empty() && openedPath.empty()) return Usage("--hold needs --opened");
+    // Read by the plug-in's platform layer, which is linked into the module as well.
+    if (!openedPath.empty()) SetVariable("QZ_OPEN_LOG", openedPath);
+    if (!holdMs.empty()) SetVariable("QZ_OPEN_HOLD_MS", holdMs);
 
     PluginEntry entry = nullptr;
 #ifdef _WIN32
@@ -438,6 +488,12 @@ int main(int argc, char** argv) {
         SetModuleFilePathOverride((data.parent_path() / "Quenzit64.8bf").string());
         SetDataFolderOverride(data.string());
     }
+#endif
+
+#ifdef _WIN32
+    if (about) return PlayAbout(options, entry, drivePath, holdMs);
+#else
+    if (about) return Usage("--about needs the Windows build");
 #endif
 
     std::string error;
@@ -534,6 +590,7 @@ int main(int argc, char** argv) {
     if (timings) StopRenderTimings();
     const bool driven = FinishDialogDriver();
     if (frame) DestroyWindow(frame);
+    if (!holdMs.empty()) Sleep(DWORD(std::stol(holdMs)));
     if (!driven) return kExitPlugin;
 #endif
     if (!saveBlockPath.empty() && !WriteBlocks(host, saveBlockPath)) {

@@ -177,7 +177,12 @@ QZ_EXPORT void PluginMain(int16_t selector, void* record, intptr_t* dataSlot, in
         if (gFilterRecord && gFilterRecord->bigDocumentData)
             gFilterRecord->bigDocumentData->PluginUsing32BitCoordinates = 1;
         switch (selector) {
-        case filterSelectorAbout: ComputePaths(); break;
+        case filterSelectorAbout: {
+            ComputePaths();
+            const auto* platform = static_cast<const PlatformData*>(gAboutRecord->platformData);
+            RunAboutSelector(platform ? reinterpret_cast<void*>(platform->hwnd) : nullptr);
+            break;
+        }
         case filterSelectorParameters: DoParameters(); break;
         case filterSelectorPrepare: DoPrepare(); break;
         case filterSelectorStart: DoStart(); break;

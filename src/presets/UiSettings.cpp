@@ -26,15 +26,20 @@ constexpr IniSetting kSettings[] = {
     {"tlsR", "\t\t\t\t;Resolution of sharing"}, {"nSsU", "\t\t\t\t;Use sound for Auto"},
 };
 
-int32_t* Target(int index) {
+int32_t& Field(UiSettingsRecord& r, int index) {
     switch (index) {
-    case 0: return &gParams->WindowLeft;
-    case 1: return &gParams->WindowTop;
-    case 2: return &gParams->WindowWidth;
-    case 3: return &gParams->WindowHeight;
-    case 4: return &SharingResolution;
-    default: return &UseSoundForAuto;
+    case 0: return r.WindowLeft;
+    case 1: return r.WindowTop;
+    case 2: return r.WindowWidth;
+    case 3: return r.WindowHeight;
+    case 4: return r.SharingResolution;
+    default: return r.UseSoundForAuto;
     }
+}
+
+UiSettingsRecord Current() {
+    return {gParams->WindowLeft,   gParams->WindowTop, gParams->WindowWidth,
+            gParams->WindowHeight, SharingResolution,  UseSoundForAuto};
 }
 
 uint32_t LittleEndianKey(const char* bytes) {
@@ -59,7 +64,7 @@ bool ReadIniLine(std::FILE* file, char (&line)[kIniLineSize]) {
     return true;
 }
 
-void TakeIniLine(const char* line) {
+void TakeIniLine(const char* line, UiSettingsRecord& into) {
     if (std::strlen(line) < 4 || line[0] == ';') return;
     while (*line == ' ') ++line;
     if (std::strlen(line) < 4) return;
@@ -68,37 +73,52 @@ void TakeIniLine(const char* line) {
     while (*value == ' ') ++value;
     for (int i = 0; i < 6; ++i)
         if (LittleEndianKey(kSettings[i].key) == key) {
-            *Target(i) = int32_t(std::strtol(value, nullptr, 10));
+            Field(into, i) = int32_t(std::strtol(value, nullptr, 10));
             return;
         }
 }
 
-std::string IniPath() { return PathTable.Plugin + kIniFileName; }
-
 } // namespace
 
-void ReadUiSettingsFrom(const std::string& path) {
-    if (!gParams) return;
+std::string UiSettingsPath() { return PathTable.Plugin + kIniFileName; }
+
+void ReadUiSettingsRecord(const std::string& path, UiSettingsRecord& into) {
     std::FILE* file = std::fopen(path.c_str(), "rb");
     if (!file) return;
     char line[kIniLineSize];
-    while (ReadIniLine(file, line)) TakeIniLine(line);
+    while (ReadIniLine(file, line)) TakeIniLine(line, into);
     std::fclose(file);
 }
 
-void ReadUiSettings() { ReadUiSettingsFrom(IniPath()); }
-
-void WriteUiSettingsTo(const std::string& path) {
-    if (!gParams) return;
+void WriteUiSettingsRecord(const std::string& path, const UiSettingsRecord& values) {
     std::FILE* file = std::fopen(path.c_str(), "wb");
     if (!file) return;
+    UiSettingsRecord v = values;
     std::fputs(";Parameters for Quenzit plug-in UI\n", file);
     for (int i = 0; i < 6; ++i)
-        std::fprintf(file, "%s %d %s\n", kSettings[i].key, int(*Target(i)), kSettings[i].comment);
+        std::fprintf(file, "%s %d %s\n", kSettings[i].key, int(Field(v, i)), kSettings[i].comment);
     std::fclose(file);
 }
 
-void WriteUiSettings() { WriteUiSettingsTo(IniPath()); }
+void ReadUiSettingsFrom(const std::string& path) {
+    if (!gParams) return;
+    UiSettingsRecord r = Current();
+    ReadUiSettingsRecord(path, r);
+    gParams->WindowLeft = r.WindowLeft;
+    gParams->WindowTop = r.WindowTop;
+    gParams->WindowWidth = r.WindowWidth;
+    gParams->WindowHeight = r.WindowHeight;
+    SharingResolution = r.SharingResolution;
+    UseSoundForAuto = r.UseSoundForAuto;
+}
+
+void ReadUiSettings() { ReadUiSettingsFrom(UiSettingsPath()); }
+
+void WriteUiSettingsTo(const std::string& path) {
+    if (gParams) WriteUiSettingsRecord(path, Current());
+}
+
+void WriteUiSettings() { WriteUiSettingsTo(UiSettingsPath()); }
 
 uint32_t ReadNewVersionFlag() { return ReadUserValue("New version on server"); }
 

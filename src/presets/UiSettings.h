@@ -21,6 +21,18 @@ void ReadUiSettingsFrom(const std::string& path);
 void WriteUiSettings();
 void WriteUiSettingsTo(const std::string& path);
 
+// The file's six values in a record of their own, for the host's About box, which runs
+// without gParams: a sound switch made there is kept by writing the file back with the
+// other values as they were read.
+struct UiSettingsRecord {
+    int32_t WindowLeft = 100, WindowTop = 100, WindowWidth = 828, WindowHeight = 602;
+    int32_t SharingResolution = 1024, UseSoundForAuto = 1;
+};
+std::string UiSettingsPath();
+// Overlays the values of the file's known keys on `into`.
+void ReadUiSettingsRecord(const std::string& path, UiSettingsRecord& into);
+void WriteUiSettingsRecord(const std::string& path, const UiSettingsRecord& values);
+
 // The per-user flag set by the update check; 0 when missing.
 uint32_t ReadNewVersionFlag();
 void WriteNewVersionFlag(uint32_t value);

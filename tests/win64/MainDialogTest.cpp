@@ -1,6 +1,7 @@
 // The real module's dialog under wine, opened by hostsim from the menu: a second thread
 // finds it, checks its layout and zoom state, plays a few commands and cancels.
 #include "win64/ModuleBeside.h"
+#include "common/TempPaths.h"
 #include "dialog/DialogIds.h"
 #include "dialog/DialogLayout.h"
 #include "state/Parameters.h"
@@ -15,6 +16,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 #include <thread>
@@ -360,9 +363,22 @@ TEST(MainDialog, ResultOptionsTipsAndHeaderButtonsAreWired) {
                                  SendMessageA(GetDlgItem(dialog, IDC_HELP_BUTTON), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
                                  Shot(dialog, std::string(shots) + "/dialog-hover.pam");
                              }
-                             // Their commands come later; a click must leave the dialog up.
-                             for (int id : {IDC_HELP_BUTTON, IDC_ALL_PRESETS, IDC_AUTO, IDC_ABOUT}) Command(dialog, id);
+                             // Help and all presets open their pages (logged here, not opened),
+                             // one opener at a time; Auto comes later. About is played by
+                             // help-checks.sh, since its box holds the dialog's thread.
+                             const std::string log = ProcessTempDir().string() + "\\opened.txt";
+                             _putenv_s("QZ_OPEN_LOG", log.c_str());
+                             for (int id : {IDC_HELP_BUTTON, IDC_ALL_PRESETS, IDC_AUTO}) {
+                                 Command(dialog, id);
+                                 Sleep(200);
+                             }
+                             _putenv_s("QZ_OPEN_LOG", "");
                              check(IsWindowVisible(dialog), "a header button closed the dialog");
+                             std::ifstream in(log);
+                             std::string opened((std::istreambuf_iterator<char>(in)), {});
+                             check(opened.find("\\Quenzit\\Help\\index.html\nopen https://") != std::string::npos &&
+                                       opened.find("/filters/quenzit/examples/all-sets\n") != std::string::npos,
+                                   "the header buttons opened: " + opened);
                          }),
               "");
 

@@ -438,13 +438,15 @@ Canvas AboutPicture(const Fonts& f) {
     c.FillCoverage(ink, Paint::Solid(Of(kActive)));
     CentredText(c, f.bold, "TEXTURE DISTRESS FILTER", 12, 260, 128, Of(kGold), 2.5f);
 
-    // The light card: the version line sits at its left, the words at its right.
-    c.Fill(Path::RoundRect(18, 170, 484, 250, 10), Paint::Solid(Of(kFace)));
-    FillSolid(c, Path::Rect(262, 190, 1, 210), Of(kHover));
+    // The light card: the version line sits at its left, the words at its right. It ends
+    // above the buttons wherever the dialog font of the system puts them (y 412 to 447).
+    c.Fill(Path::RoundRect(18, 170, 484, 235, 10), Paint::Solid(Of(kFace)));
+    FillSolid(c, Path::Rect(262, 190, 1, 195), Of(kHover));
     const Colour text{0x32, 0x37, 0x3C};
-    DrawText(c, f.bold, "VERSION", 11, 119, 254, Of(kQuiet), 1.2f);
-    DrawText(c, f.bold, "Quenzit for hosts of the", 13, 38, 206, text);
-    DrawText(c, f.bold, "Photoshop filter interface", 13, 38, 224, text);
+    // Above the version line, which lands from y 241 to 262 by the system's dialog font.
+    DrawText(c, f.bold, "VERSION", 11, 119, 238, Of(kQuiet), 1.2f);
+    DrawText(c, f.bold, "Quenzit for hosts of the", 13, 38, 200, text);
+    DrawText(c, f.bold, "Photoshop filter interface", 13, 38, 218, text);
     const std::vector<std::string> lines =
         Wrap(f.sans,
              "Two washes, two lit surfaces and a background, each driven by a texture and shaped by "
@@ -470,7 +472,6 @@ Canvas AboutPicture(const Fonts& f) {
     }
     DrawText(c, f.sans, "washes · surfaces · background", 11, 38, 382, Of(kQuiet));
     // The foot stays quiet: the two buttons stand there.
-    for (int x = 0; x < 520; ++x) c.Set(x, 436, Mix(slate, Of(kGold), 0.4f));
     return c;
 }
 

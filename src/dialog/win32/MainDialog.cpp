@@ -2,7 +2,10 @@
 
 #include "dialog/DialogIds.h"
 #include "dialog/FramePainters.h"
+#include "dialog/HelpPages.h"
+#include "dialog/win32/AboutBox.h"
 #include "dialog/win32/FrameButtons.h"
+#include "dialog/win32/HelpOpener.h"
 #include "dialog/win32/PreviewControl.h"
 #include "dialog/win32/ResultOptions.h"
 #include "controls/win32/Contaner.h"
@@ -247,6 +250,7 @@ void InitDialog(HWND dialog) {
     ScreenDpi = GetDeviceCaps(dc, LOGPIXELSY);
     ReleaseDC(dialog, dc);
     DpiScale = DpiScaleOf(ScreenDpi);
+    SetHelpOwner(dialog);
 
     RegisterHotKey(dialog, QZ_HOTKEY_ZOOM_UP, MOD_CONTROL, VK_ADD);
     RegisterHotKey(dialog, QZ_HOTKEY_ZOOM_DOWN, MOD_CONTROL, VK_SUBTRACT);
@@ -360,6 +364,8 @@ void Destroy(HWND dialog) {
     p.WindowHeight = r.bottom - r.top;
     delete Tabs(dialog);
     SetWindowLongPtrA(dialog, DWLP_USER, 0);
+    EndHelpOpener();
+    SetHelpOwner(nullptr);
 }
 
 void PaintFrame(HWND dialog) {
@@ -470,11 +476,14 @@ void Command(HWND dialog, int id, int code) {
     case IDC_LABEL_WASH:
     case IDC_LABEL_BACKGROUND:
     case IDC_LABEL_SURFACE: ToggleResultOption(dialog, id); return;
-    // Help, all presets, Auto and About open what later comes with them.
-    case IDC_HELP_BUTTON:
+    case IDC_HELP_BUTTON: OpenHelpPage(kHelpPageIndex); return;
     case IDC_ALL_PRESETS:
-    case IDC_AUTO:
-    case IDC_ABOUT: return;
+        OpenLink(SiteAddress(kAllPresetsPath).c_str(), dialog);
+        InvalidateRect(Item(dialog, IDC_ALL_PRESETS), nullptr, FALSE);
+        return;
+    case IDC_ABOUT: ShowAbout(dialog); return;
+    // Auto opens what later comes with it.
+    case IDC_AUTO: return;
     default: return;
     }
 }
@@ -542,6 +551,8 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
         return TRUE;
     }
     case WM_COMMAND: Command(dialog, LOWORD(wparam), HIWORD(wparam)); return TRUE;
+    // F1: the page of the tab in view. A drawer asks for its own page once drawers exist.
+    case WM_HELP: OpenHelpPage(HelpPageOfTab(ActiveTab)); return TRUE;
     default: return FALSE;
     }
 }
