@@ -4,8 +4,10 @@
 #pragma once
 
 #include "common/TempPaths.h"
+#include "online/UpdateCheck.h"
 #include "online/UpdateEndpoint.h"
 #include "platform/Sockets.h"
+#include "platform/UserStore.h"
 
 #include <gtest/gtest.h>
 
@@ -113,7 +115,11 @@ protected:
         // Nothing reaches past this machine unless a test names its server.
         SetUpdateEndpointOverride("http://127.0.0.1:1/");
     }
-    void TearDown() override { SetUpdateEndpointOverride(""); }
+    void TearDown() override {
+        SetUpdateEndpointOverride("");
+        // Windows keeps the value in the registry that later dialogs of the run read.
+        WriteUserValue(kNewVersionValue, 0);
+    }
 
     std::string UpdateFile() const { return (folder_ / "Updatings.db").string(); }
     void WriteUpdateFile(const std::string& text) const { std::ofstream(UpdateFile(), std::ios::binary) << text; }
