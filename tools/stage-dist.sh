@@ -13,4 +13,6 @@ done
 cp "$bin/Quenzit64.8bf" "$dest/"
 if [ -d "$data" ]; then
   cp -r "$data/." "$dest/Quenzit/"
+  # Test runs under wine leave their update stamp in the build's data folder.
+  rm -f "$dest/Quenzit/Updatings.db"
 fi

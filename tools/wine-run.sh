@@ -5,6 +5,9 @@ set -euo pipefail
 export WINEPREFIX="$(realpath -m "$1")"; shift
 # No crash debugger: a crash must fail the test, not wait for someone to attach.
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d" WINEARCH=win64
+# The update check of a program under test asks a closed loopback port, never the real
+# server, unless the test names a server of its own.
+export QZ_TEST_UPDATE_ENDPOINT="${QZ_TEST_UPDATE_ENDPOINT:-http://127.0.0.1:1/}"
 wine=/usr/lib/wine/wine64
 [ -x "$wine" ] || wine=$(command -v wine64 || command -v wine)
 if [ ! -f "$WINEPREFIX/system.reg" ]; then

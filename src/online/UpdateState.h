@@ -3,3 +3,6 @@
 #pragma once
 
 extern bool NewVersionKnown; // a newer version stands on the server
+extern float LatestVersion;  // the server's latest version, 0 when unknown
+
+inline constexpr float kProgramVersion = 2.0f;

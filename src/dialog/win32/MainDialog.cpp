@@ -21,6 +21,7 @@
 #include "host/Rectangles.h"
 #include "host/RunFilter.h"
 #include "host/Session.h"
+#include "online/UpdateCheck.h"
 #include "online/UpdateState.h"
 #include "presets/UiSettings.h"
 #include "resources/ArtIds.h"
@@ -586,6 +587,7 @@ bool OpenDialog() {
     HandCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32649));
     PreviewHoverCursor = LoadCursorA(Module, MAKEINTRESOURCEA(art::kCursorPreviewHover));
     PreviewDragCursor = LoadCursorA(Module, MAKEINTRESOURCEA(art::kCursorPreviewDrag));
+    RefreshUpdateInfo();
 
     auto* platform = static_cast<PlatformData*>(gFilterRecord->platformData);
     HWND parent = platform ? reinterpret_cast<HWND>(platform->hwnd) : nullptr;
