@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "online/SiteAddress.h"
+
 inline constexpr int32_t kHelpPageIndex = 0;
 inline constexpr int32_t kHelpPageBasic = 777; // then Wash, Surface, Background
 inline constexpr int32_t kHelpPageDrawer = 877;
@@ -16,8 +18,7 @@ const char* HelpPageFile(int32_t number);
 // The help folder of PathTable and the page's file.
 std::string HelpPagePath(int32_t number);
 
-// The product's site, the one place its address is kept; paths below begin with "/".
-inline constexpr const char* kSiteAddress = "https://www.quenzit.com";
+// Paths on the site, each beginning with "/".
 inline constexpr const char* kAllPresetsPath = "/filters/quenzit/examples/all-sets";
 inline constexpr const char* kWebManualPath = "/qzt/index.html";
 std::string SiteAddress(const char* path);

@@ -4,8 +4,7 @@
 #include <string>
 #include <string_view>
 
-// The one configured address of the update server.
-inline constexpr const char* kUpdateEndpoint = "http://www.quenzit.com/qzt/updateinfo.php";
+#include "online/SiteAddress.h"
 
 // For tests only: the address they serve from. An empty address clears it. Without one,
 // the variable QZ_TEST_UPDATE_ENDPOINT stands in when set (test runs under wine set it to
