@@ -103,6 +103,27 @@ BOOL CALLBACK FindBox(HWND w, LPARAM data) {
     return FALSE;
 }
 
+struct TipSearch {
+    HWND control;
+    std::string text;
+    bool found;
+};
+// The tooltip of `control` among the thread's tooltip windows: the one whose first tool is
+// the control.
+BOOL CALLBACK FindTip(HWND w, LPARAM data) {
+    auto* s = reinterpret_cast<TipSearch*>(data);
+    char name[32] = {};
+    if (!GetClassNameA(w, name, sizeof name) || std::strcmp(name, TOOLTIPS_CLASSA) != 0) return TRUE;
+    char text[512] = {};
+    TOOLINFOA tool{};
+    tool.cbSize = TTTOOLINFOA_V2_SIZE;
+    tool.lpszText = text;
+    if (!SendMessageA(w, TTM_ENUMTOOLSA, 0, LPARAM(&tool)) || tool.hwnd != s->control) return TRUE;
+    s->text = text;
+    s->found = true;
+    return FALSE;
+}
+
 // A message box (or any other dialog) of the host's thread that is up over the dialog.
 HWND BoxUp(HWND dialog) {
     BoxSearch s{dialog, nullptr};
@@ -325,6 +346,17 @@ std::string Run(HWND dialog, const std::string& line) {
         MouseTo((r.left + r.right) / 2, (r.top + r.bottom) / 2);
         Button(MOUSEEVENTF_LEFTDOWN);
         Button(MOUSEEVENTF_LEFTUP);
+    } else if (verb == "click-at") {
+        // A point of the control's own client area: one arrow of a spinner, a spot on a pad.
+        int x = 0, y = 0;
+        if (!(in >> id >> x >> y)) return "click-at needs an id and a point";
+        HWND w = Control(dialog, id);
+        if (!w) return "no control " + std::to_string(id);
+        POINT p{x, y};
+        ClientToScreen(w, &p);
+        MouseTo(p.x, p.y);
+        Button(MOUSEEVENTF_LEFTDOWN);
+        Button(MOUSEEVENTF_LEFTUP);
     } else if (verb == "type") {
         std::string text;
         if (!(in >> id)) return "type needs an id";
@@ -414,6 +446,16 @@ std::string Run(HWND dialog, const std::string& line) {
         if (!w) return "no control " + std::to_string(id);
         GetWindowTextA(w, text, sizeof text);
         if (want != text) return std::to_string(id) + " shows \"" + text + "\"";
+    } else if (verb == "expect-tip") {
+        if (!(in >> id)) return "expect-tip needs an id";
+        std::string want;
+        std::getline(in >> std::ws, want);
+        Settle(dialog);
+        TipSearch s{Control(dialog, id), "", false};
+        if (!s.control) return "no control " + std::to_string(id);
+        EnumThreadWindows(HostThread, FindTip, LPARAM(&s));
+        if (!s.found) return std::to_string(id) + " has no tooltip";
+        if (s.text != want) return std::to_string(id) + " tells \"" + s.text + "\"";
     } else if (verb == "wait-render") {
         Settle(dialog);
         Sleep(200);

@@ -1,13 +1,15 @@
 // Drives a plug-in's dialog from a script, one command a line, on a second thread while
 // the host's thread runs the dialog's modal loop (Windows build only):
-//   tab N | click ID | command ID [CODE] | type ID TEXT | key KEYS
+//   tab N | click ID | click-at ID X Y | command ID [CODE] | type ID TEXT | key KEYS
 //   drag X0 Y0 X1 Y1 [ctrl] | press X Y [ctrl] | move X Y | release X Y
 //   answer yes|no|cancel|ok | expect KEY=VALUE | expect-enabled ID 0|1 | expect-text ID TEXT
+//   expect-tip ID TEXT
 //   wait-render | preview FILE.png | expect-preview same|changed | shot FILE.png
 //   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | ok | cancel
 // Ids are sought in an open drawer, then the tab's page, then the dialog; drag points are
 // preview pixels. size ends as a user's sizing does; maximize sizes the window to the
 // work area; send hands the dialog a raw message; repaint has the preview painted again.
+// click-at clicks a point of the control's client area; expect-tip reads its tooltip.
 // preview writes the host's output buffer and prints "preview FILE HASH"; expect-preview
 // compares with the last one. KEYS is a key name (ESC, ENTER, TAB, F1, A, 0...) with
 // CTRL+, SHIFT+ or ALT+ before it. Blank lines and lines starting with # are skipped. A
