@@ -119,10 +119,23 @@ BOOL CALLBACK FindTip(HWND w, LPARAM data) {
     tool.cbSize = TTTOOLINFOA_V2_SIZE;
     tool.lpszText = text;
     if (!SendMessageA(w, TTM_ENUMTOOLSA, 0, LPARAM(&tool)) || tool.hwnd != s->control) return TRUE;
+    // Enumerating copies at most 80 characters; asking for the text with a size gives all.
+    text[0] = 0;
+    tool.lpszText = text;
+    SendMessageA(w, TTM_GETTEXTA, sizeof text, LPARAM(&tool));
     s->text = text;
     s->found = true;
     return FALSE;
 }
+
+BOOL CALLBACK PopTip(HWND w, LPARAM) {
+    char name[32] = {};
+    if (GetClassNameA(w, name, sizeof name) && std::strcmp(name, TOOLTIPS_CLASSA) == 0 && IsWindowVisible(w))
+        SendMessageA(w, TTM_POP, 0, 0);
+    return TRUE;
+}
+// A tooltip shown by the last hover may lie over the next control a click aims at.
+void PopTips() { EnumThreadWindows(HostThread, PopTip, 0); }
 
 // A message box (or any other dialog) of the host's thread that is up over the dialog.
 HWND BoxUp(HWND dialog) {
@@ -343,6 +356,7 @@ std::string Run(HWND dialog, const std::string& line) {
         if (!w) return "no control " + std::to_string(id);
         RECT r{};
         GetWindowRect(w, &r);
+        PopTips();
         MouseTo((r.left + r.right) / 2, (r.top + r.bottom) / 2);
         Button(MOUSEEVENTF_LEFTDOWN);
         Button(MOUSEEVENTF_LEFTUP);
@@ -354,6 +368,7 @@ std::string Run(HWND dialog, const std::string& line) {
         if (!w) return "no control " + std::to_string(id);
         POINT p{x, y};
         ClientToScreen(w, &p);
+        PopTips();
         MouseTo(p.x, p.y);
         Button(MOUSEEVENTF_LEFTDOWN);
         Button(MOUSEEVENTF_LEFTUP);

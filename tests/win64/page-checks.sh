@@ -37,7 +37,8 @@ play() {
 }
 
 # Each change: the key it writes and a preview unlike the one before.
-step() { printf '%s\nwait-render\nexpect-preview changed\npreview %s\n' "$1" "$out/step.png"; }
+# The key is read first: a click that went astray shows there, not as an unchanged picture.
+step() { printf '%s\nwait-render\n%s\nwait-render\nexpect-preview changed\npreview %s\n' "$1" "${2:-}" "$out/step.png"; }
 
 {
   echo "tab 1"
@@ -46,36 +47,29 @@ step() { printf '%s\nwait-render\nexpect-preview changed\npreview %s\n' "$1" "$o
   # A slider by the keyboard: the click gives the trackbar the focus.
   step "click 1042
 wait-render
-key END"
-  echo "expect ESf1=200"
+key END" "expect ESf1=200"
   echo "expect-text 1043 200"
   # An edit ends with Enter, which moves on and leaves the dialog open.
   step "type 1024 150
-key ENTER"
-  echo "expect WSc1=150"
+key ENTER" "expect WSc1=150"
   # Five spinner steps at once render once, after the last.
   printf 'click-at 1328 6 3\n%.0s' 1 2 3 4 5
   echo "expect-preview same"
   echo "expect-text 1027 105"
   step "wait-render
 wait-render
-wait-render"
-  echo "expect WIt1=105"
+wait-render" "expect WIt1=105"
   step "click 1129
 key DOWN
-key ENTER"
-  echo "expect WTp1=1"
+key ENTER" "expect WTp1=1"
   step "click 1130"
-  step "click 1005"
-  echo "expect WFV1=1"
+  step "click 1005" "expect WFV1=1"
   echo "expect WFH1=0"
-  step "click 1002"
-  echo "expect WAg1=90"
+  step "click 1002" "expect WAg1=90"
   step "click 1231"
   # The seed shows only where the coverage leaves gaps.
   step "type 1034 40
-key ENTER"
-  echo "expect Cov1=40"
+key ENTER" "expect Cov1=40"
   step "type 1029 1234
 key ENTER"
   echo "expect-text 1029 234"
@@ -101,41 +95,34 @@ key ENTER"
   echo "expect SMD1=100"
   step "click 1352
 wait-render
-key HOME"
-  echo "expect SDh1=0"
+key END" "expect SDh1=100"
   step "type 1062 40
-key ENTER"
-  echo "expect SSc1=40"
+key ENTER" "expect SSc1=40"
   printf 'click-at 1070 6 3\n%.0s' 1 2 3
   step "wait-render
 wait-render
-wait-render"
-  echo "expect SHue=3"
+wait-render" "expect SHue=3"
+  # Small steps: a washed-out picture would hide the changes after them.
   step "click 1353
 wait-render
-key END"
-  echo "expect SBRH=200"
+key RIGHT" "expect SBRH=101"
   step "click 1354
 wait-render
-key HOME"
-  echo "expect SfCn=0"
+key LEFT" "expect SfCn=99"
   step "click 1132
 key DOWN
-key ENTER"
-  echo "expect STp1=2"
+key ENTER" "expect STp1=2"
   step "click 1073"
   echo "expect-text 1150 Custom"
   step "click 1058"
-  step "click 1007"
-  echo "expect SPO1=1"
-  step "click 1090"
-  echo "expect SFV1=1"
-  step "click 1089"
-  echo "expect SFH1=1"
-  step "click 1006"
+  step "click 1007" "expect SPO1=1"
+  step "click 1090" "expect SFV1=1"
+  step "click 1089" "expect SFH1=1"
+  echo "click 1006"
+  echo "wait-render"
   echo "expect SIn1=1"
-  step "click 1201"
-  echo "expect SAg1=90"
+  echo "preview $out/step.png"
+  step "click 1201" "expect SAg1=90"
   echo "shot $out/surface-changed.png"
   echo "ok"
 } >"$out/surface.txt"
@@ -147,26 +134,19 @@ play surface
   echo "preview $out/step.png"
   step "click 1050
 wait-render
-key END"
-  echo "expect BScl=200"
+key END" "expect BScl=200"
   echo "click-at 1028 6 14"
   step "wait-render
 wait-render
-wait-render"
-  echo "expect BHue=-1"
+wait-render" "expect BHue=-1"
   step "type 1330 40
-key ENTER"
-  echo "expect BMdt=40"
+key ENTER" "expect BMdt=40"
   step "click 1047"
   echo "expect-text 1015 Custom"
-  step "click 1405"
-  echo "expect BEnh=1"
-  step "click 1306"
-  echo "expect BFpV=1"
-  step "click 1053"
-  echo "expect BInv=1"
-  step "click 1079"
-  echo "expect BAng=90"
+  step "click 1405" "expect BEnh=1"
+  step "click 1306" "expect BFpV=1"
+  step "click 1053" "expect BInv=1"
+  step "click 1079" "expect BAng=90"
   echo "shot $out/background-changed.png"
   echo "ok"
 } >"$out/background.txt"
@@ -206,7 +186,6 @@ wait-render
 expect-tip 1005 Flip wash effect horizontally
 expect-tip 2001 Rotate wash effect 90 degrees counter-clockwise
 expect-tip 1035 Adjust the area the wash effect is applied
-expect-tip 1043 Adjust the blur or sharpness of the wash effect at the edge of the image selection
 expect-tip 1146 Set offset of wash effect (Hold CTRL + Drag in Preview Area)
 expect-tip 1129 Select desired wash type
 expect-enabled 1077 1
@@ -221,6 +200,7 @@ expect-tip 1352 Reduce or increase the intensity of the surface effect
 expect-tip 1132 Type of Surface
 expect-enabled 1000 1
 expect-enabled 1061 0
+expect-enabled 1205 0
 shot $out/surface-off.png
 tab 3
 wait-render
