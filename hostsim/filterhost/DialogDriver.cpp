@@ -302,8 +302,9 @@ bool PressKeys(const std::string& keys) {
 
 // The preview's mouse messages, carrying the key state as the preview reads it.
 WPARAM DragKeys = 0;
+// The preview is the dialog's own: a page may use its id (the Wash page's rotate button).
 std::string Mouse(HWND dialog, UINT message, int x, int y) {
-    HWND preview = Control(dialog, IDC_PREVIEW);
+    HWND preview = GetDlgItem(dialog, IDC_PREVIEW);
     if (!preview) return "no preview";
     const WPARAM buttons = message == WM_LBUTTONUP ? 0 : MK_LBUTTON;
     if (message == WM_LBUTTONDOWN) SendMessageA(preview, WM_MOUSEMOVE, DragKeys, MAKELPARAM(x, y));
@@ -524,7 +525,7 @@ std::string Run(HWND dialog, const std::string& line) {
         in >> wparam >> lparam;
         SendOrBox(dialog, dialog, message, WPARAM(wparam), LPARAM(lparam));
     } else if (verb == "repaint") {
-        InvalidateRect(Control(dialog, IDC_PREVIEW), nullptr, FALSE);
+        InvalidateRect(GetDlgItem(dialog, IDC_PREVIEW), nullptr, FALSE);
         Settle(dialog);
     } else if (verb == "ok" || verb == "cancel") {
         PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(verb == "ok" ? IDD_OK : IDD_CANCEL, 0), 0);

@@ -457,6 +457,7 @@ void Command(HWND dialog, int id, int code) {
             AcquirePreview();
         } else {
             SyncMovedLayerLinks(dialog);
+            RefreshPage();
         }
         RefreshPreview(dialog);
         return;

@@ -482,6 +482,10 @@ void OffsetEdit(HWND page, int32_t id, int32_t code) {
         SetNumber(TabWash, id, x ? r.OffsetX : r.OffsetY);
         return;
     }
+    // Only a typed number moves the layer: a drag in the preview may have moved it since
+    // the edit was last written.
+    if (!SendDlgItemMessageA(page, id, EM_GETMODIFY, 0, 0)) return;
+    SendDlgItemMessageA(page, id, EM_SETMODIFY, FALSE, 0);
     char text[17] = {};
     GetDlgItemTextA(page, id, text, sizeof text);
     const int32_t value = std::atoi(text);
