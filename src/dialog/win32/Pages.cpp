@@ -1031,6 +1031,8 @@ void PlacePage(HWND dialog, const TabRecord& tabs, int32_t tab) {
     move(list[tab], b.list);
     move(save[tab], b.save);
     move(remove[tab], b.remove);
+    // The group box is transparent: its old edges stay unless the page is painted anew.
+    RedrawWindow(page, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 HINSTANCE PageModule() {
