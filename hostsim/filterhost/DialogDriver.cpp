@@ -106,6 +106,40 @@ BOOL CALLBACK FindBox(HWND w, LPARAM data) {
     return FALSE;
 }
 
+struct TipSearch {
+    HWND control;
+    std::string text;
+    bool found;
+};
+// The tooltip of `control` among the thread's tooltip windows: the one whose first tool is
+// the control.
+BOOL CALLBACK FindTip(HWND w, LPARAM data) {
+    auto* s = reinterpret_cast<TipSearch*>(data);
+    char name[32] = {};
+    if (!GetClassNameA(w, name, sizeof name) || std::strcmp(name, TOOLTIPS_CLASSA) != 0) return TRUE;
+    char text[512] = {};
+    TOOLINFOA tool{};
+    tool.cbSize = TTTOOLINFOA_V2_SIZE;
+    tool.lpszText = text;
+    if (!SendMessageA(w, TTM_ENUMTOOLSA, 0, LPARAM(&tool)) || tool.hwnd != s->control) return TRUE;
+    // Enumerating copies at most 80 characters; asking for the text with a size gives all.
+    text[0] = 0;
+    tool.lpszText = text;
+    SendMessageA(w, TTM_GETTEXTA, sizeof text, LPARAM(&tool));
+    s->text = text;
+    s->found = true;
+    return FALSE;
+}
+
+BOOL CALLBACK PopTip(HWND w, LPARAM) {
+    char name[32] = {};
+    if (GetClassNameA(w, name, sizeof name) && std::strcmp(name, TOOLTIPS_CLASSA) == 0 && IsWindowVisible(w))
+        SendMessageA(w, TTM_POP, 0, 0);
+    return TRUE;
+}
+// A tooltip shown by the last hover may lie over the next control a click aims at.
+void PopTips() { EnumThreadWindows(HostThread, PopTip, 0); }
+
 // A message box (or any other dialog) of the host's thread that is up over the dialog.
 HWND BoxUp(HWND dialog) {
     BoxSearch s{dialog, nullptr};
@@ -271,8 +305,9 @@ bool PressKeys(const std::string& keys) {
 
 // The preview's mouse messages, carrying the key state as the preview reads it.
 WPARAM DragKeys = 0;
+// The preview is the dialog's own: a page may use its id (the Wash page's rotate button).
 std::string Mouse(HWND dialog, UINT message, int x, int y) {
-    HWND preview = Control(dialog, IDC_PREVIEW);
+    HWND preview = GetDlgItem(dialog, IDC_PREVIEW);
     if (!preview) return "no preview";
     const WPARAM buttons = message == WM_LBUTTONUP ? 0 : MK_LBUTTON;
     if (message == WM_LBUTTONDOWN) SendMessageA(preview, WM_MOUSEMOVE, DragKeys, MAKELPARAM(x, y));
@@ -363,7 +398,20 @@ std::string Run(HWND dialog, const std::string& line) {
         if (!w) return "no control " + std::to_string(id);
         RECT r{};
         GetWindowRect(w, &r);
+        PopTips();
         MouseTo((r.left + r.right) / 2, (r.top + r.bottom) / 2);
+        Button(MOUSEEVENTF_LEFTDOWN);
+        Button(MOUSEEVENTF_LEFTUP);
+    } else if (verb == "click-at") {
+        // A point of the control's own client area: one arrow of a spinner, a spot on a pad.
+        int x = 0, y = 0;
+        if (!(in >> id >> x >> y)) return "click-at needs an id and a point";
+        HWND w = Control(dialog, id);
+        if (!w) return "no control " + std::to_string(id);
+        POINT p{x, y};
+        ClientToScreen(w, &p);
+        PopTips();
+        MouseTo(p.x, p.y);
         Button(MOUSEEVENTF_LEFTDOWN);
         Button(MOUSEEVENTF_LEFTUP);
     } else if (verb == "type") {
@@ -455,6 +503,16 @@ std::string Run(HWND dialog, const std::string& line) {
         if (!w) return "no control " + std::to_string(id);
         GetWindowTextA(w, text, sizeof text);
         if (want != text) return std::to_string(id) + " shows \"" + text + "\"";
+    } else if (verb == "expect-tip") {
+        if (!(in >> id)) return "expect-tip needs an id";
+        std::string want;
+        std::getline(in >> std::ws, want);
+        Settle(dialog);
+        TipSearch s{Control(dialog, id), "", false};
+        if (!s.control) return "no control " + std::to_string(id);
+        EnumThreadWindows(HostThread, FindTip, LPARAM(&s));
+        if (!s.found) return std::to_string(id) + " has no tooltip";
+        if (s.text != want) return std::to_string(id) + " tells \"" + s.text + "\"";
     } else if (verb == "wait-render") {
         Settle(dialog);
         Sleep(200);
@@ -508,7 +566,7 @@ std::string Run(HWND dialog, const std::string& line) {
         in >> wparam >> lparam;
         SendOrBox(dialog, dialog, message, WPARAM(wparam), LPARAM(lparam));
     } else if (verb == "repaint") {
-        InvalidateRect(Control(dialog, IDC_PREVIEW), nullptr, FALSE);
+        InvalidateRect(GetDlgItem(dialog, IDC_PREVIEW), nullptr, FALSE);
         Settle(dialog);
     } else if (verb == "ok" || verb == "cancel") {
         PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(verb == "ok" ? IDD_OK : IDD_CANCEL, 0), 0);

@@ -22,6 +22,7 @@
 #include "platform/ModulePath.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -59,7 +60,8 @@ const char kHelp[] = "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OU
                      "                      command a line: tab N, click ID, command ID [CODE], drag X0 Y0 X1 Y1\n"
                      "                      [ctrl], expect-enabled ID 0|1, expect-text ID TEXT, wait-render,\n"
                      "                      shot FILE.png, ok, cancel. A failed line is named and cancels.\n"
-                     "                      Also type ID TEXT, key KEYS, answer yes|no|cancel|ok, expect KEY=VALUE,\n"
+                     "                      Also click-at ID X Y (a point of the control), type ID TEXT, key KEYS,\n"
+                     "                      answer yes|no|cancel|ok, expect KEY=VALUE, expect-tip ID TEXT,\n"
                      "                      press/move/release X Y, preview FILE.png, expect-preview same|changed\n"
                      "                      (see DialogDriver.h).\n"
                      "  --about             play the host's About command instead of a run (Windows build only):\n"
@@ -77,6 +79,7 @@ const char kHelp[] = "Usage: filterhost [--plugin PATH.8bf] --in IN.pam --out OU
                      "  --load-block FILE   repeat a filter as a host does: the kept blocks handed to Prepare, no\n"
                      "                      Parameters, nothing played.\n"
                      "  --advance-error N   play a host whose advanceState always answers N (e.g. -108).\n"
+                     "  --pick-colour R,G,B the host's colour picker answers OK with this colour (0-255 each).\n"
                      "  --cmyk              make an RGB picture a CMYK document first (the host's own naive\n"
                      "                      conversion); the result is then written as CMYK.\n"
                      "  --data DIR          the plug-in's data folder (textures, presets), of any name, for the\n"
@@ -254,6 +257,10 @@ std::string KeyValue(const Descriptor& d, size_t i) {
     case typeInteger:
     case typeSInt64: return key + "=" + std::to_string(static_cast<long long>(v.integer));
     case typeFloat:
+        // A whole float keeps a dot, or played back it would be read as an integer.
+        std::snprintf(number, sizeof number, "%.17g", v.number);
+        if (!std::strpbrk(number, ".eEn")) std::strcat(number, ".0");
+        return key + "=" + number;
     case typeUnitFloat: std::snprintf(number, sizeof number, "%.17g", v.number); return key + "=" + number;
     case typeBoolean: return key + "=" + (v.integer ? "true" : "false");
     case typeChar: return key + "=" + v.bytes;
@@ -445,6 +452,14 @@ int main(int argc, char** argv) {
             if (!value(advanceError) || !ParseInt(advanceError, error) || error == 0)
                 return Usage("--advance-error needs a non-zero error number");
             options.advanceStateError = int16(error);
+        } else if (arg == "--pick-colour") {
+            std::string text;
+            int r = -1, g = -1, b = -1;
+            char tail = 0;
+            if (!value(text) || std::sscanf(text.c_str(), "%d,%d,%d%c", &r, &g, &b, &tail) != 3 || r < 0 || r > 255 ||
+                g < 0 || g > 255 || b < 0 || b > 255)
+                return Usage("--pick-colour needs R,G,B, each 0 to 255");
+            options.colours.pickedColour = std::array<uint8, 3>{uint8(r), uint8(g), uint8(b)};
         } else if (arg.compare(0, 2, "--") == 0) {
             return Usage("unknown option " + arg);
         } else {

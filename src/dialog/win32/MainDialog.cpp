@@ -6,6 +6,7 @@
 #include "dialog/win32/AboutBox.h"
 #include "dialog/win32/FrameButtons.h"
 #include "dialog/win32/HelpOpener.h"
+#include "dialog/win32/Pages.h"
 #include "dialog/win32/PreviewControl.h"
 #include "dialog/win32/ResultOptions.h"
 #include "controls/win32/Contaner.h"
@@ -173,6 +174,7 @@ void ApplyLayout(HWND dialog, int32_t w, int32_t h) {
     Place(dialog, IDC_HELP_BUTTON, d.help);
     if (TabRecord* t = Tabs(dialog)) {
         if (t->tabs) MoveWindow(t->tabs, d.tabs.x, d.tabs.y, d.tabs.width, d.tabs.height, TRUE);
+        PlacePages(dialog, *t);
     }
     Place(dialog, IDD_OK, d.ok);
     Place(dialog, IDD_CANCEL, d.cancel);
@@ -336,10 +338,12 @@ void InitDialog(HWND dialog) {
     SavedParams = *gParams;
     LastUsedParams = *gParams;
     MakeDrawers(dialog);
+    if (TabRecord* t = Tabs(dialog)) SelectTab(dialog, *t);
 }
 
 void Destroy(HWND dialog) {
     DialogOpen = false;
+    ForgetPages();
     for (int id = QZ_HOTKEY_ZOOM_UP; id <= QZ_HOTKEY_ACTUAL; ++id) UnregisterHotKey(dialog, id);
     for (HBITMAP& b : HeaderBitmaps) {
         if (b) DeleteObject(b);
@@ -460,6 +464,7 @@ void Command(HWND dialog, int id, int code) {
             AcquirePreview();
         } else {
             SyncMovedLayerLinks(dialog);
+            RefreshPage();
         }
         RefreshPreview(dialog);
         return;
@@ -547,6 +552,7 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
         if (header->idFrom == IDC_TABS && header->code == UINT(TCN_SELCHANGE)) {
             ActiveTab = int32_t(SendMessageA(header->hwndFrom, TCM_GETCURSEL, 0, 0));
             ShowResultOptions(dialog, ActiveTab);
+            if (TabRecord* t = Tabs(dialog)) SelectTab(dialog, *t);
             SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_PARAMS_CHANGED, 0), 0);
         }
         return TRUE;
