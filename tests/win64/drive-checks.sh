@@ -5,19 +5,7 @@
 # - OK, then the same picture from the kept block (a repeat with no dialog) and from the
 #   recorded keys played with the dialog off, byte for byte;
 # - a host whose advanceState fails: the dialog still opens, takes commands, Esc cancels.
-set -euo pipefail
-win=$(cd "$1" && pwd) native=$(cd "$2" && pwd) out=$3
-here=$(cd "$(dirname "$0")" && pwd)
-rm -rf "$out" && mkdir -p "$out"
-out=$(cd "$out" && pwd)
-# A window place kept by an earlier run would move the preview under the drags.
-rm -f "$win/bin/Quenzit.ini"
-[ -e "$win/bin/Quenzit" ] || ln -s "$native/../data/Quenzit" "$win/bin/Quenzit"
-host() { "$here/../../tools/wine-run.sh" "$win/wineprefix" "$win/bin/filterhost.exe" "$@"; }
-fail() {
-  echo "drive-checks: $*" >&2
-  exit 1
-}
+source "$(dirname "$0")/driven-setup.sh" "$@"
 "$native/qz-testcard" "$out/in.pam" 900 700 RGB
 
 cat >"$out/play.txt" <<SCRIPT

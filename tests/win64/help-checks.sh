@@ -7,22 +7,10 @@
 # - the About box from button 1130 at 96 and 120 dpi (screenshots): its size, 1005 toggling
 #   its text, F1 in it, and after OK the ini keeping the switch;
 # - the host's About command alone: the switch made there kept in the ini.
-set -euo pipefail
-win=$(cd "$1" && pwd) native=$(cd "$2" && pwd) out=$3
-here=$(cd "$(dirname "$0")" && pwd)
-rm -rf "$out" && mkdir -p "$out"
-out=$(cd "$out" && pwd)
+source "$(dirname "$0")/driven-setup.sh" "$@"
 ini=$win/bin/Quenzit.ini
-rm -f "$ini"
-[ -e "$win/bin/Quenzit" ] || ln -s "$native/../data/Quenzit" "$win/bin/Quenzit"
-wine() { "$here/../../tools/wine-run.sh" "$win/wineprefix" "$@"; }
-host() { wine "$win/bin/filterhost.exe" "$@"; }
 set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
 trap 'set_dpi 96' EXIT
-fail() {
-  echo "help-checks: $*" >&2
-  exit 1
-}
 "$native/qz-testcard" "$out/in.pam" 400 300 RGB
 # The module's help folder as wine names it.
 helpdir='Z:'$(printf '%s' "$win/bin/Quenzit/Help/" | tr / '\\')

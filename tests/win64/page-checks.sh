@@ -8,18 +8,7 @@
 # - Esc in a changed field restores it; a second Esc ends the dialog as a cancel that
 #   keeps what was committed;
 # - pictures of the pages with every texture off, to look at.
-set -euo pipefail
-win=$(cd "$1" && pwd) native=$(cd "$2" && pwd) out=$3
-here=$(cd "$(dirname "$0")" && pwd)
-rm -rf "$out" && mkdir -p "$out"
-out=$(cd "$out" && pwd)
-rm -f "$win/bin/Quenzit.ini"
-[ -e "$win/bin/Quenzit" ] || ln -s "$native/../data/Quenzit" "$win/bin/Quenzit"
-host() { "$here/../../tools/wine-run.sh" "$win/wineprefix" "$win/bin/filterhost.exe" "$@"; }
-fail() {
-  echo "page-checks: $*" >&2
-  exit 1
-}
+source "$(dirname "$0")/driven-setup.sh" "$@"
 "$native/qz-testcard" "$out/in.pam" 900 700 RGB
 
 # A script's run, then OK against the kept block and the recorded keys.

@@ -4,18 +4,8 @@
 # - a server telling 2.1 gets the exact request, the update file keeps its answer and
 #   the About button shows its other face; one telling 2.0 leaves the usual face;
 # - with the stamp fresh the next dialog asks nobody.
-set -euo pipefail
-win=$(cd "$1" && pwd) native=$(cd "$2" && pwd) out=$3
-here=$(cd "$(dirname "$0")" && pwd)
-rm -rf "$out" && mkdir -p "$out"
-out=$(cd "$out" && pwd)
-rm -f "$win/bin/Quenzit.ini"
-[ -e "$win/bin/Quenzit" ] || ln -s "$native/../data/Quenzit" "$win/bin/Quenzit"
+source "$(dirname "$0")/driven-setup.sh" "$@"
 stamp="$win/bin/Quenzit/Updatings.db"
-fail() {
-  echo "update-check: $*" >&2
-  exit 1
-}
 "$native/qz-testcard" "$out/in.pam" 300 200 RGB
 printf 'shot %s\ncancel\n' "$out/about-face.png" >"$out/play.txt"
 
@@ -29,8 +19,7 @@ run() {
   local port
   port=$(cat "$out/port")
   sed "s#about-face#$name#" "$out/play.txt" >"$out/$name.txt"
-  QZ_TEST_UPDATE_ENDPOINT="http://127.0.0.1:$port/qzt/updateinfo.php" "$here/../../tools/wine-run.sh" \
-    "$win/wineprefix" "$win/bin/filterhost.exe" --in "$out/in.pam" --out "$out/$name.pam" --dialog \
+  QZ_TEST_UPDATE_ENDPOINT="http://127.0.0.1:$port/qzt/updateinfo.php" host --in "$out/in.pam" --out "$out/$name.pam" --dialog \
     --drive "$out/$name.txt" >"$out/$name.log" 2>&1 || true
   wait "$server" || fail "$name: the server saw no request"
   printf 'GET /qzt/updateinfo.php?request=updateinfo&os=Win HTTP/1.1\r\nHost: 127.0.0.1:%s\r\nUser-agent: Mozilla/4.0 (compatible; MSIE 6.0; Windows NT 5.1; SV1)\r\nAccept: */*\r\n\r\n' \
@@ -64,8 +53,7 @@ sys.exit(0 if differ and max(differ) < 100 else 1)
 PY
 
 # A fresh stamp: the next dialog asks nobody (the closed port would say Error).
-QZ_TEST_UPDATE_ENDPOINT=http://127.0.0.1:1/ "$here/../../tools/wine-run.sh" "$win/wineprefix" \
-  "$win/bin/filterhost.exe" --in "$out/in.pam" --out "$out/fresh.pam" --dialog --drive "$out/play.txt" \
+QZ_TEST_UPDATE_ENDPOINT=http://127.0.0.1:1/ host --in "$out/in.pam" --out "$out/fresh.pam" --dialog --drive "$out/play.txt" \
   --timings >"$out/fresh.log" 2>&1 || true
 if grep -q "Conecting" "$out/fresh.log"; then fail "a fresh stamp still asked: $(cat "$out/fresh.log")"; fi
 rm -f "$stamp"
