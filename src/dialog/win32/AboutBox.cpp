@@ -7,6 +7,7 @@
 #include "dialog/AboutLayout.h"
 #include "dialog/HelpPages.h"
 #include "dialog/win32/HelpOpener.h"
+#include "dialog/win32/ModuleActivation.h"
 #include "host/Dialog.h"
 #include "presets/UiSettings.h"
 #include "resources/ArtIds.h"
@@ -160,18 +161,10 @@ void ShowAboutBox(void* hostWindow) {
     if (AboutStandIn) return AboutStandIn(hostWindow);
     const HINSTANCE module = ThisModule();
     RegisterControlClasses(module);
-    // The host's own context may name older common controls; the box wants ours.
-    ACTCTXA context{};
-    context.cbSize = sizeof context;
-    context.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
-    context.hModule = module;
-    context.lpResourceName = MAKEINTRESOURCEA(2);
-    HANDLE activation = CreateActCtxA(&context);
-    ULONG_PTR cookie = 0;
-    const bool active = activation != INVALID_HANDLE_VALUE && ActivateActCtx(activation, &cookie);
-    ShowAbout(static_cast<HWND>(hostWindow));
-    if (active) DeactivateActCtx(0, cookie);
-    if (activation != INVALID_HANDLE_VALUE) ReleaseActCtx(activation);
+    {
+        const ModuleActivation activation(module);
+        ShowAbout(static_cast<HWND>(hostWindow));
+    }
     DeleteToolkitFonts();
     UnregisterControlClasses();
 }

@@ -6,6 +6,7 @@
 #include "dialog/win32/AboutBox.h"
 #include "dialog/win32/FrameButtons.h"
 #include "dialog/win32/HelpOpener.h"
+#include "dialog/win32/ModuleActivation.h"
 #include "dialog/win32/Pages.h"
 #include "dialog/win32/PreviewControl.h"
 #include "dialog/win32/ResultOptions.h"
@@ -597,18 +598,11 @@ bool OpenDialog() {
 
     auto* platform = static_cast<PlatformData*>(gFilterRecord->platformData);
     HWND parent = platform ? reinterpret_cast<HWND>(platform->hwnd) : nullptr;
-    // The host's own context may name older common controls; the dialog wants ours.
-    ACTCTXA context{};
-    context.cbSize = sizeof context;
-    context.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
-    context.hModule = Module;
-    context.lpResourceName = MAKEINTRESOURCEA(2);
-    HANDLE activation = CreateActCtxA(&context);
-    ULONG_PTR cookie = 0;
-    const bool active = activation != INVALID_HANDLE_VALUE && ActivateActCtx(activation, &cookie);
-    const INT_PTR result = DialogBoxParamA(Module, QZ_MAIN_DIALOG, parent, DissolveProc, 0);
-    if (active) DeactivateActCtx(0, cookie);
-    if (activation != INVALID_HANDLE_VALUE) ReleaseActCtx(activation);
+    INT_PTR result;
+    {
+        const ModuleActivation activation(Module);
+        result = DialogBoxParamA(Module, QZ_MAIN_DIALOG, parent, DissolveProc, 0);
+    }
 
     WriteUiSettings();
     for (HCURSOR* cursor : {&PreviewHoverCursor, &PreviewDragCursor}) {
