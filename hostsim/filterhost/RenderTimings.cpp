@@ -21,7 +21,11 @@ std::vector<Clock::time_point> Started; // one a watched message in flight
 
 double Ms(Clock::time_point since) { return std::chrono::duration<double, std::milli>(Clock::now() - since).count(); }
 
-bool IsDialog(HWND w) { return GetDlgItem(w, IDC_PREVIEW) != nullptr; }
+// The main dialog only: the pages are child dialogs, and the Wash page has a button of the
+// preview's id, which must not be taken for the preview.
+bool IsDialog(HWND w) {
+    return (GetWindowLongPtrA(w, GWL_STYLE) & WS_CHILD) == 0 && GetDlgItem(w, IDC_PREVIEW) != nullptr;
+}
 
 // The messages that render: the opening, commands, the end of a sizing.
 bool Watched(const CWPSTRUCT& m) {
