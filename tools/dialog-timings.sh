@@ -2,7 +2,8 @@
 # How long the dialog takes on a big picture, under wine: a 6000 by 4000 RGB photograph
 # (a test card without one), the default look, an 800 by 600 preview. Prints filterhost's
 # --timings lines: the opening to the first painted preview, the picture rebuilt and
-# blitted, zoom steps and a pan release. Logged for people to read, never judged.
+# blitted, zoom steps, a pan release, then a wash's intensity and coverage and a surface's
+# hue typed on their pages. Logged for people to read, never judged.
 #   dialog-timings.sh WIN64_BUILD NATIVE_BIN PHOTO_DIR OUT_DIR
 set -euo pipefail
 win=$(cd "$1" && pwd) native=$(cd "$2" && pwd) photos=$3 out=$4
@@ -32,6 +33,19 @@ drag 400 300 300 220
 drag 300 220 400 300
 size 1271 846
 shot $out/timed.png
+tab 1
+wait-render
+type 1027 150
+key ENTER
+wait-render
+type 1034 30
+key ENTER
+wait-render
+tab 2
+wait-render
+type 1069 20
+key ENTER
+wait-render
 cancel
 SCRIPT
 host --dialog --drive "$out/timed.txt" --timings 2>&1 | grep 'timing:' || true
