@@ -3,6 +3,8 @@
 #include "controls/win32/ControlProcs.h"
 #include "controls/win32/Fonts.h"
 
+#include <algorithm>
+
 namespace {
 
 bool Inside(const TContaner& control, POINT p) {
@@ -92,6 +94,27 @@ void Show(const ButtonSkin& skin, HWND button, SkinImage image) {
     if (bitmap) SendMessageA(button, BM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap));
 }
 
+bool PaintDisabled(const ButtonSkin& skin, HWND button) {
+    HBITMAP picture = Checked(button) && skin.CheckedDisabledBitmap ? skin.CheckedDisabledBitmap : skin.DisabledBitmap;
+    if (!picture) return false;
+    BITMAP size{};
+    GetObject(picture, sizeof size, &size);
+    PAINTSTRUCT ps;
+    HDC dc = BeginPaint(button, &ps);
+    RECT client{};
+    GetClientRect(button, &client);
+    FillRect(dc, &client, FaceBrush ? FaceBrush : GetSysColorBrush(COLOR_BTNFACE));
+    const int32_t x = std::max<int32_t>(0, (client.right - size.bmWidth) / 2);
+    const int32_t y = std::max<int32_t>(0, (client.bottom - size.bmHeight) / 2);
+    HDC source = CreateCompatibleDC(dc);
+    HGDIOBJ previous = SelectObject(source, picture);
+    BitBlt(dc, x, y, size.bmWidth, size.bmHeight, source, 0, 0, SRCCOPY);
+    SelectObject(source, previous);
+    DeleteDC(source);
+    EndPaint(button, &ps);
+    return true;
+}
+
 LRESULT CALLBACK SkinProc(HWND button, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     auto* skin = reinterpret_cast<ButtonSkin*>(GetWindowLongPtrA(button, GWLP_USERDATA));
     if (!skin) return DefWindowProcA(button, message, wParam, lParam);
@@ -117,6 +140,11 @@ LRESULT CALLBACK SkinProc(HWND button, UINT message, WPARAM wParam, LPARAM lPara
             break;
         }
         case WM_LBUTTONUP: skin->Hover = 0; break;
+        case WM_PAINT:
+            // A disabled system button greys its picture itself, under some systems to a flat
+            // square; the skin's own disabled picture is shown as drawn.
+            if (!IsWindowEnabled(button) && PaintDisabled(*skin, button)) return 0;
+            break;
         case WM_CAPTURECHANGED:
             if (skin->Hover && LostCapture(button, lParam)) {
                 skin->Hover = 0;
