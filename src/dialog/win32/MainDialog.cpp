@@ -6,6 +6,7 @@
 #include "dialog/win32/AboutBox.h"
 #include "dialog/win32/FrameButtons.h"
 #include "dialog/win32/HelpOpener.h"
+#include "dialog/win32/LayerNavigator.h"
 #include "dialog/win32/ModuleActivation.h"
 #include "dialog/win32/Pages.h"
 #include "dialog/win32/PreviewControl.h"
@@ -43,7 +44,6 @@ float DpiScale = 1.0f;
 int32_t HeaderMiddleWidth = 0;
 LayoutRect PreviewFrame, TabBandTop, TabBandBottom;
 uint8_t DrawerOpen = 0;
-uint8_t ShownSecondWash = 0, ShownSecondSurface = 0;
 
 namespace {
 
@@ -240,9 +240,8 @@ RECT WindowPlace() {
     return r;
 }
 
-// The layer navigator, the drawers and their thumbnails have windows of their own, made
+// The drawers and their thumbnails have windows of their own, made
 // at these points of the opening once they exist.
-void BuildNavigator(HWND) {}
 void SetUpThumbnails() {}
 void MakeDrawers(HWND) {}
 // A Ctrl + drag moved the active tab's layer: the page's offset links follow here once
@@ -294,8 +293,6 @@ void InitDialog(HWND dialog) {
     BarPosition = WPARAM(SendMessageA(ProgressBar, PBM_GETPOS, 0, 0));
     DialogProgressBar = DialogBar;
 
-    ShownSecondWash = p.SecondWashExists;
-    ShownSecondSurface = p.SecondSurfaceExists;
     BuildNavigator(dialog);
     CheckResultOptions(dialog);
     EnableResultOptions(dialog);

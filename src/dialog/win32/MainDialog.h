@@ -13,8 +13,6 @@ extern float DpiScale;
 extern int32_t HeaderMiddleWidth;
 extern LayoutRect PreviewFrame, TabBandTop, TabBandBottom;
 extern uint8_t DrawerOpen;
-// The second wash and surface as the layer navigator shows them, taken at opening.
-extern uint8_t ShownSecondWash, ShownSecondSurface;
 
 // What the tab control needs; kept in the dialog's user data slot.
 struct TabRecord {

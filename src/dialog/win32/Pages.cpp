@@ -9,6 +9,7 @@
 #include "dialog/PageRules.h"
 #include "effects/EffectLayer.h"
 #include "effects/LayerTexture.h"
+#include "effects/LinkSync.h"
 #include "effects/WashMask.h"
 #include "host/Session.h"
 #include "platform/CRandom.h"
@@ -209,11 +210,6 @@ HWND PageOf(int32_t tab) { return tab >= 0 && tab < 4 ? Pages[tab] : nullptr; }
 HWND Ctl(int32_t tab, int32_t id) { return PageOf(tab) ? GetDlgItem(Pages[tab], id) : nullptr; }
 
 void Render(HWND page) { SendMessageA(GetParent(page), WM_COMMAND, MAKEWPARAM(IDC_PARAMS_CHANGED, 0), 0); }
-
-// Links between tabs come later; each edit that moves a layer passes by these.
-void SyncWashLinks() {}
-void SyncSurfaceLinks() {}
-void SyncBackgroundLinks() {}
 
 bool SecondWash() { return ViewWash == ViewCodeWashTwo && P().SecondWashExists; }
 bool SecondSurface() { return ViewSurface == ViewCodeSurfaceTwo && P().SecondSurfaceExists; }
