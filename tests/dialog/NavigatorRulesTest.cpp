@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -161,36 +162,26 @@ TEST(NavigatorRules, ViewsAreKeptPerTab) {
     run(TabSurface, NavOriginal);
     run(TabBackground, NavBackground);
     run(TabBasic, NavOriginal);
-    EXPECT_EQ(ViewWash, ViewCodeWashOne);
-    EXPECT_EQ(ViewSurface, ViewCodeOriginal);
-    EXPECT_EQ(ViewBackground, ViewCodeBackground);
-    EXPECT_EQ(ViewBasic, ViewCodeOriginal);
     run(TabWash, NavComposite);
-    EXPECT_EQ(ViewWash, ViewCodeComposite);
-    EXPECT_EQ(ViewSurface, ViewCodeOriginal);
+    EXPECT_EQ(std::tuple(ViewBasic, ViewWash, ViewSurface, ViewBackground),
+              std::tuple(ViewCodeOriginal, ViewCodeComposite, ViewCodeOriginal, ViewCodeBackground));
 
-    // Adding asks for the second layer and its links; the view waits for the commit.
+    // Adding asks for the second layer and its links; the view waits for the commit, so
+    // that the links are carried from the layer the user came from.
     ActiveTab = TabWash;
     const NavigatorWork add = ApplyNavigatorCommand(NavAddWash, p, washShown, surfaceShown);
     EXPECT_TRUE(add.prepareSecondWash && add.syncWash && !add.remakeWashes);
     EXPECT_EQ(ViewWash, ViewCodeComposite);
     CommitNavigatorView(add);
-    EXPECT_EQ(ViewWash, ViewCodeWashTwo);
-    EXPECT_EQ(washShown, 1);
-    EXPECT_EQ(p.SecondWashExists, 1);
+    EXPECT_EQ(std::tuple(ViewWash, washShown, p.SecondWashExists), std::tuple(ViewCodeWashTwo, 1, 1));
     const NavigatorWork addSurface = run(TabSurface, NavAddSurface);
     EXPECT_TRUE(addSurface.prepareSecondSurface && addSurface.syncSurface && addSurface.surfacesChanged);
-    EXPECT_EQ(ViewSurface, ViewCodeSurfaceTwo);
 
     // Deleting the second layer leaves the first as it was.
     const FilterParameters before = p;
-    const NavigatorWork del = run(TabSurface, NavDeleteSurfaceTwo);
-    EXPECT_FALSE(del.remakeSurfaces);
-    EXPECT_EQ(ViewSurface, ViewCodeSurfaceOne);
-    EXPECT_EQ(surfaceShown, 0);
-    EXPECT_EQ(p.SecondSurfaceExists, 0);
-    EXPECT_STREQ(p.SurfaceFileName1, before.SurfaceFileName1);
-    EXPECT_EQ(p.SurfaceScale1, before.SurfaceScale1);
+    EXPECT_FALSE(run(TabSurface, NavDeleteSurfaceTwo).remakeSurfaces);
+    EXPECT_EQ(std::tuple(ViewSurface, surfaceShown, p.SecondSurfaceExists), std::tuple(ViewCodeSurfaceOne, 0, 0));
+    EXPECT_EQ(FirstDifference(p, before), "SecondSurfaceExists");
 
     // Resets and unknown ids are not view commands.
     EXPECT_FALSE(run(TabWash, NavResetWash).known);
@@ -223,27 +214,17 @@ TEST(NavigatorRules, DeletingTheFirstLayerKeepsTheSecondsTexture) {
     const NavigatorWork w = ApplyNavigatorCommand(NavDeleteWashOne, p, washShown, surfaceShown);
     CommitNavigatorView(w);
     EXPECT_TRUE(w.remakeWashes);
-    EXPECT_EQ(ViewWash, ViewCodeWashOne);
-    EXPECT_EQ(washShown, 0);
-    EXPECT_EQ(p.SecondWashExists, 0);
+    EXPECT_EQ(std::tuple(ViewWash, washShown, p.SecondWashExists), std::tuple(ViewCodeWashOne, 0, 0));
     // The texture and its look move to the first slot...
     EXPECT_STREQ(p.WashFileName1, "Two.qzt");
-    EXPECT_EQ(p.WashType1, 3);
-    EXPECT_EQ(p.WashStainColor1, 0x0A0B0Cu);
-    EXPECT_EQ(p.WashScale1, 20);
-    EXPECT_EQ(p.WashIntensity1, 40);
-    EXPECT_EQ(p.WashCoverage1, 15);
-    EXPECT_EQ(p.WashCoverageScale1, 60);
-    EXPECT_EQ(p.WashEdgeSoftness1, 8);
-    EXPECT_EQ(p.WashInside1, 0);
+    EXPECT_STREQ(p.WashFileName2, "One.qzt");
+    EXPECT_EQ(std::tuple(p.WashType1, p.WashStainColor1, p.WashScale1, p.WashIntensity1, p.WashCoverage1,
+                         p.WashCoverageScale1, p.WashEdgeSoftness1, p.WashInside1),
+              std::tuple(3, 0x0A0B0Cu, 20, 40, 15, 60, 8, 0));
     EXPECT_EQ(p.WashFlipHor1 + p.WashFlipVer1 + p.WashInvert1, 3);
     // ...while seed, edge distance, angle and offsets stay in their slot.
-    EXPECT_EQ(p.WashRandomize1, 111);
-    EXPECT_EQ(p.WashEdgeDistance1, 11);
-    EXPECT_EQ(p.WashAngle1, 90);
-    EXPECT_EQ(p.WashOffsetX1, 3);
-    EXPECT_EQ(p.WashOffsetY1, 4);
-    EXPECT_STREQ(p.WashFileName2, "One.qzt");
+    EXPECT_EQ(std::tuple(p.WashRandomize1, p.WashEdgeDistance1, p.WashAngle1, p.WashOffsetX1, p.WashOffsetY1),
+              std::tuple(111, 11, 90, 3, 4));
 
     p.SecondSurfaceExists = 1;
     Name(p.SurfaceFileName1, "Rough.qzt");
@@ -259,23 +240,9 @@ TEST(NavigatorRules, DeletingTheFirstLayerKeepsTheSecondsTexture) {
     EXPECT_TRUE(s.remakeSurfaces && s.surfacesChanged);
     EXPECT_EQ(s.view, ViewCodeSurfaceOne);
     EXPECT_STREQ(p.SurfaceFileName1, "Smooth.qzt");
-    EXPECT_EQ(p.SurfaceType1, 0);
-    EXPECT_EQ(p.SurfaceDepth1, 90);
-    EXPECT_EQ(p.SurfaceScale1, 50);
-    EXPECT_EQ(p.SurfaceAngle1, 270);
-    EXPECT_EQ(p.SurfaceOffsetX1, 9);
-    EXPECT_EQ(p.SecondSurfaceExists, 0);
-}
-
-TEST(NavigatorRules, AfterACommandThePageRefreshesOnlyForItsLayers) {
-    using enum PageAfterCommand;
-    EXPECT_EQ(PageActionAfter(TabWash, ViewCodeWashOne), Refresh);
-    EXPECT_EQ(PageActionAfter(TabWash, ViewCodeWashTwo), Refresh);
-    EXPECT_EQ(PageActionAfter(TabWash, ViewCodeComposite), EnableOnly);
-    EXPECT_EQ(PageActionAfter(TabWash, ViewCodeOriginal), EnableOnly);
-    EXPECT_EQ(PageActionAfter(TabSurface, ViewCodeSurfaceTwo), Refresh);
-    EXPECT_EQ(PageActionAfter(TabSurface, ViewCodeWashOne), EnableOnly);
-    EXPECT_EQ(PageActionAfter(TabBackground, ViewCodeBackground), EnableOnly);
+    EXPECT_EQ(std::tuple(p.SurfaceType1, p.SurfaceDepth1, p.SurfaceScale1, p.SurfaceAngle1, p.SurfaceOffsetX1,
+                         p.SecondSurfaceExists),
+              std::tuple(0, 90, 50, 270, 9, 0));
 }
 
 TEST(NavigatorRules, ReconcileFollowsTheExistsFlags) {
