@@ -88,7 +88,6 @@ void BuildNavigator(HWND dialog) {
         TLabel* label = CreateLabel(Origin.x, Origin.y, width, kNavigatorHeight, dialog, l.id, l.caption, true, false);
         if (!label) continue;
         label->BackMode = kBackModeBand;
-        label->Font = LinkFont; // the chosen view's look
         AddTooltip(label->Window, l.tip, nullptr);
         ShowWindow(label->Window, SW_HIDE);
     }
@@ -168,6 +167,8 @@ void ShowNavigatorFor(int32_t tab) {
 }
 
 void NavigatorCommand(HWND dialog, int32_t id) {
+    // A pressed button keeps the focus; the row may be about to hide it.
+    if (GetFocus() == GetDlgItem(dialog, id)) SetFocus(GetDlgItem(dialog, IDD_OK));
     if (IsReset(id)) {
         ResetByTab(dialog);
         return;
