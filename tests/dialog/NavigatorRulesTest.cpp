@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <tuple>
@@ -43,10 +44,7 @@ FilterParameters Defaults() {
     return p;
 }
 
-void Name(char (&field)[kNameLength], const char* text) {
-    std::memset(field, 0, kNameLength);
-    std::strncpy(field, text, kNameLength - 1);
-}
+void Name(char (&field)[kNameLength], const char* text) { std::snprintf(field, kNameLength, "%s", text); }
 
 size_t FieldSize(FieldKind kind) {
     switch (kind) {
@@ -70,9 +68,11 @@ std::string FirstDifference(const FilterParameters& a, const FilterParameters& b
     return "";
 }
 
+// Tests share the view globals: each starts and ends with the composite on Basic.
 struct ViewsReset {
-    ViewsReset() { ActiveTab = ViewBasic = ViewWash = ViewSurface = ViewBackground = 0; }
-    ~ViewsReset() { ActiveTab = ViewBasic = ViewWash = ViewSurface = ViewBackground = 0; }
+    static void Clear() { ActiveTab = ViewBasic = ViewWash = ViewSurface = ViewBackground = 0; }
+    ViewsReset() { Clear(); }
+    ~ViewsReset() { Clear(); }
 };
 
 } // namespace
@@ -260,18 +260,15 @@ TEST(NavigatorRules, ReconcileFollowsTheExistsFlags) {
     p.SecondSurfaceExists = 1;
     ViewSurface = ViewCodeOriginal;
     w = ReconcileShown(p, washShown, surfaceShown);
-    EXPECT_TRUE(w.changed && w.prepareSecondSurface && w.syncSurface);
-    EXPECT_FALSE(w.prepareSecondWash);
-    EXPECT_EQ(surfaceShown, 1);
-    EXPECT_EQ(ViewSurface, ViewCodeComposite);
+    EXPECT_TRUE(w.changed && w.prepareSecondSurface && w.syncSurface && !w.prepareSecondWash);
+    EXPECT_EQ(std::tuple(surfaceShown, ViewSurface), std::tuple(1, ViewCodeComposite));
     // In line already: nothing, even with the second layer in view.
     p.SecondWashExists = 1, washShown = 1;
     ViewWash = ViewCodeWashTwo;
     ViewSurface = ViewCodeSurfaceTwo;
     w = ReconcileShown(p, washShown, surfaceShown);
     EXPECT_FALSE(w.changed);
-    EXPECT_EQ(ViewWash, ViewCodeWashTwo);
-    EXPECT_EQ(ViewSurface, ViewCodeSurfaceTwo);
+    EXPECT_EQ(std::tuple(ViewWash, ViewSurface), std::tuple(ViewCodeWashTwo, ViewCodeSurfaceTwo));
 }
 
 TEST(NavigatorRules, ResetsActByTab) {
@@ -297,24 +294,19 @@ TEST(NavigatorRules, ResetsActByTab) {
     p.SurfaceHue = 12;
     ApplyTabReset(p, TabWash);
     EXPECT_EQ(gParams, &live);
-    EXPECT_EQ(p.SecondWashExists, 0);
     EXPECT_STREQ(p.WashFileName1, kNoTextureName);
     EXPECT_STREQ(p.WashFileName2, "Kept.qzt");
-    EXPECT_EQ(p.WashScale1, defaults.WashScale1);
-    EXPECT_EQ(p.WashScale2, defaults.WashScale2);
-    EXPECT_EQ(p.WashRandomize1, defaults.WashRandomize1);
-    EXPECT_EQ(p.SurfaceScale1, 33);
-    EXPECT_EQ(p.SurfaceHue, 12);
+    EXPECT_EQ(
+        std::tuple(p.SecondWashExists, p.WashScale1, p.WashScale2, p.WashRandomize1, p.SurfaceScale1, p.SurfaceHue),
+        std::tuple(0, defaults.WashScale1, defaults.WashScale2, defaults.WashRandomize1, 33, 12));
 
     // Surface: the shared shading goes back too; the washes stay.
     p.SecondSurfaceExists = 1;
     p.WashScale1 = 44;
     ApplyTabReset(p, TabSurface);
-    EXPECT_EQ(p.SecondSurfaceExists, 0);
     EXPECT_STREQ(p.SurfaceFileName1, kNoTextureName);
-    EXPECT_EQ(p.SurfaceScale1, defaults.SurfaceScale1);
-    EXPECT_EQ(p.SurfaceHue, defaults.SurfaceHue);
-    EXPECT_EQ(p.WashScale1, 44);
+    EXPECT_EQ(std::tuple(p.SecondSurfaceExists, p.SurfaceScale1, p.SurfaceHue, p.WashScale1),
+              std::tuple(0, defaults.SurfaceScale1, defaults.SurfaceHue, 44));
 
     // Basic: the defaults throughout but for the three first names.
     p.BackgroundScale = 3;
