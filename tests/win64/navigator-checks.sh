@@ -2,7 +2,7 @@
 # The layer navigator of the real module under wine, played through filterhost's driver:
 #   navigator-checks.sh WIN64_BUILD NATIVE_BIN OUT_DIR
 # - Add Wash brings in wash 2's own texture; the delete behind Wash One leaves that texture
-#   as the only wash, its seed in place; OK keeps it;
+#   as the only wash, its seed in place; OK keeps it; the same for the surfaces;
 # - Reset on the Wash tab asks nothing; Reset on Basic asks, and No changes nothing, Yes
 #   takes every texture off;
 # - each OK against the kept block and the recorded keys played with no dialog;
@@ -45,12 +45,22 @@ wait-render
 expect W2Ex=0
 expect WFN1=General_Store.qzt
 expect Rnd1=123
+tab 2
+wait-render
+click 508
+wait-render
+expect Sf2E=1
+click 510
+wait-render
+expect Sf2E=0
+expect SFN1=Fiberglass.qzt
 ok
 SCRIPT
 play delete
 recorded delete 'WFN1=General_Store.qzt'
 recorded delete 'W2Ex=(0|false)'
 recorded delete 'Rnd1=123'
+recorded delete 'SFN1=Fiberglass.qzt'
 
 cat >"$out/reset-wash.txt" <<SCRIPT
 tab 1

@@ -135,6 +135,8 @@ void ShowNavigatorFor(int32_t tab) {
     const auto place = [&](int32_t id) {
         HWND w = Item(id);
         if (!w) return;
+        // A hovered label holds the mouse; hidden, it would keep it from the next click.
+        if (GetCapture() == w) ReleaseCapture();
         if (IsReset(id)) {
             ShowWindow(w, id == reset ? SW_SHOW : SW_HIDE);
             return;
