@@ -1087,6 +1087,12 @@ void RefreshPage() {
     EnablePage(tab);
 }
 
+void EnableCurrentPage() {
+    if (!gParams) return;
+    ComputeUseFlags();
+    EnablePage(ActiveTab);
+}
+
 void SelectTab(HWND dialog, TabRecord& tabs) {
     if (tabs.page) ShowWindow(tabs.page, SW_HIDE);
     const int32_t tab = std::max(0, std::min(3, ActiveTab));

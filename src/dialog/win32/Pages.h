@@ -16,6 +16,8 @@ void SelectTab(HWND dialog, TabRecord& tabs);
 void PlacePages(HWND dialog, TabRecord& tabs);
 // Sets every control of the active tab's page from gParams and enables by the rules.
 void RefreshPage();
+// Only enables the active tab's page by the rules, its values as they stand.
+void EnableCurrentPage();
 // Forgets the pages' controls (the dialog is going).
 void ForgetPages();
 
