@@ -335,6 +335,13 @@ std::string Proxy(hostsim::PamImage& picture) {
     return "";
 }
 
+// As the mouse does: the button takes the focus first, so a field being typed in loses it
+// and commits before the command arrives (a command alone counts as Enter or Esc in it).
+void ClickEndButton(HWND dialog, int id) {
+    if (HWND button = GetDlgItem(dialog, id)) PostMessageA(dialog, WM_NEXTDLGCTL, WPARAM(button), TRUE);
+    PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, 0), 0);
+}
+
 std::string Run(HWND dialog, const std::string& line);
 
 // "box VERB...": a line played on the box that is up over the dialog (the About box).
@@ -591,7 +598,7 @@ std::string Run(HWND dialog, const std::string& line) {
         InvalidateRect(GetDlgItem(dialog, IDC_PREVIEW), nullptr, FALSE);
         Settle(dialog);
     } else if (verb == "ok" || verb == "cancel") {
-        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(verb == "ok" ? IDD_OK : IDD_CANCEL, 0), 0);
+        ClickEndButton(dialog, verb == "ok" ? IDD_OK : IDD_CANCEL);
     } else {
         return "unknown command " + verb;
     }
@@ -611,7 +618,7 @@ void Drive(std::vector<std::string> lines) {
         if (!error.empty()) {
             Failure = "line " + std::to_string(i + 1) + ": " + line + ": " + error;
             if (HWND box = BoxUp(dialog)) PostMessageA(box, WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
-            PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDD_CANCEL, 0), 0);
+            ClickEndButton(dialog, IDD_CANCEL);
             return;
         }
     }

@@ -6,7 +6,7 @@
 //   answer yes|no|cancel|ok | expect KEY=VALUE | expect-enabled ID 0|1 | expect-text ID TEXT
 //   expect-tip ID TEXT | expect-checked ID 0|1 | expect-shown ID 0|1
 //   wait-render | preview FILE.png | expect-preview same|changed | shot FILE.png
-//   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | ok | cancel
+//   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | ok | cancel (clicks: focus first)
 //   box command ID [CODE] | box expect-text ID TEXT | box expect-client W H | box shot FILE.png
 //   box key KEYS | box click ID | box expect-checked ID 0|1 | box expect-shown ID 0|1
 //   box expect-enabled ID 0|1
