@@ -7,16 +7,20 @@
 //   wait-render | preview FILE.png | expect-preview same|changed | shot FILE.png
 //   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | ok | cancel
 //   box command ID [CODE] | box expect-text ID TEXT | box expect-client W H | box shot FILE.png
-//   box key KEYS
+//   box key KEYS | box type ID TEXT | box expect-title TEXT | box expect-enabled ID 0|1
+//   select ID ROW | dblclick ID ROW | expect-rows ID N | expect-row ID ROW TEXT | timed LINE
 // Ids are sought in an open drawer, then the tab's page, then the dialog; drag points are
 // preview pixels. size ends as a user's sizing does; maximize sizes the window to the
 // work area; send hands the dialog a raw message; repaint has the preview painted again.
 // click-at clicks a point of the control's client area; expect-tip reads its tooltip.
-// box plays its line on the box that is up over the dialog (the About box); the dialog the
+// box plays its line on the box that is up over the dialog (the About box, a message box,
+// a name box: its text has id 65535 in a message box); the dialog the
 // driver waits for may also be an About box alone, from the host's About command.
 // preview writes the host's output buffer and prints "preview FILE HASH"; expect-preview
 // compares with the last one. KEYS is a key name (ESC, ENTER, TAB, F1, A, 0...) with
-// CTRL+, SHIFT+ or ALT+ before it. Blank lines and lines starting with # are skipped. A
+// CTRL+, SHIFT+ or ALT+ before it. select and dblclick set a list's row and tell its owner
+// as a click does; timed runs its line and prints "timed MS LINE". Expected texts read \t,
+// \n and \\ as a TAB, a new line and a backslash. Blank lines and lines starting with # are skipped. A
 // failure names its line and ends the dialog with Cancel.
 #pragma once
 
