@@ -13,15 +13,15 @@
 // preview pixels. size ends as a user's sizing does; maximize sizes the window to the
 // work area; send hands the dialog a raw message; repaint has the preview painted again.
 // click-at clicks a point of the control's client area; expect-tip reads its tooltip.
-// box plays its line on the box that is up over the dialog (the About box, a message box,
-// a name box: its text has id 65535 in a message box); the dialog the
-// driver waits for may also be an About box alone, from the host's About command.
+// box plays its line on the box that is up over the dialog (the About box, a message box
+// whose text has id 65535, a name box); the dialog the driver waits for may also be an
+// About box alone, from the host's About command.
 // preview writes the host's output buffer and prints "preview FILE HASH"; expect-preview
 // compares with the last one. KEYS is a key name (ESC, ENTER, TAB, F1, A, 0...) with
 // CTRL+, SHIFT+ or ALT+ before it. select and dblclick set a list's row and tell its owner
-// as a click does; timed runs its line and prints "timed MS LINE". Expected texts read \t,
-// \n and \\ as a TAB, a new line and a backslash. Blank lines and lines starting with # are skipped. A
-// failure names its line and ends the dialog with Cancel.
+// as a click does; timed runs its line and prints "timed MS LINE". Expected texts read
+// \t, \n and \\ as a TAB, a new line and a backslash. Blank lines and lines starting with
+// # are skipped. A failure names its line and ends the dialog with Cancel.
 #pragma once
 
 #include "hostsim/Pam.h"

@@ -4,7 +4,8 @@
 #   preset-checks.sh WIN64_BUILD NATIVE_BIN OUT_DIR
 # - the fixed rows, folder rows and the walk into a sub-folder and back;
 # - a preset row changes the preview, a second one too, and Last Used Settings brings back
-#   the picture from before the first; OK equals the headless repeat and the played keys;
+#   the picture from before the first, also after Reset All; OK equals the headless repeat
+#   and the played keys;
 # - Save over an existing name warns, No returns to the name, Yes overwrites and adds no row;
 #   a new name adds one; a name no file can carry ends in "Cannot Save File!"; Delete removes
 #   the file at once, and stays off on a folder row; Cancel leaves the files so;
@@ -13,7 +14,7 @@ source "$(dirname "$0")/driven-setup.sh" "$@"
 set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
 trap 'set_dpi 96' EXIT
 "$native/qz-testcard" "$out/in.pam" 900 700 RGB
-"$native/qz-testcard" "$out/in-800.pam" 800 600 RGB
+"$native/qz-testcard" "$out/big.pam" 6000 4000 RGB
 
 # The module with the shipped textures beside it, and a Presets tree made of shipped presets
 # (our own writer's) under names the checks know.
@@ -38,7 +39,7 @@ for i in $(seq -w 1 500); do cp "$presets/Basic/Bark.qztpst" "$presets/User/Many
 run() { # run NAME [ARGS...]: the dialog on the module copy, driven by NAME.txt
   local name=$1
   shift
-  rm -f "$plug/Quenzit.ini"
+  [ "$name" = timings ] || rm -f "$plug/Quenzit.ini"
   host --plugin "$plug/Quenzit64.8bf" --dialog --drive "$out/$name.txt" "$@" >"$out/$name.log" 2>&1
 }
 hash_of() { awk -v f="$out/$1.png" '$1 == "preview" && $2 == f { print $3 }' "$out/$2.log" | tail -1; }
@@ -67,6 +68,14 @@ preview $out/second.png
 select 1084 1
 wait-render
 preview $out/last-used.png
+select 1084 0
+wait-render
+expect WFN1=No_Texture.qzt
+expect BkFN=No_Texture.qzt
+expect-preview changed
+select 1084 1
+wait-render
+preview $out/last-used-again.png
 dblclick 1084 2
 expect-text 1091 Old\\\\
 expect-rows 1084 4
@@ -95,6 +104,8 @@ run load --in "$out/in.pam" --out "$out/load.pam" --record "$out/load-keys.txt" 
   fail "the loading run failed: $(cat "$out/load.log")"
 [ -n "$(hash_of before load)" ] && [ "$(hash_of before load)" = "$(hash_of last-used load)" ] ||
   fail "Last Used Settings did not bring back the picture from before the first preset"
+[ "$(hash_of last-used load)" = "$(hash_of last-used-again load)" ] ||
+  fail "after Reset All, Last Used Settings did not bring back the picture from before the presets"
 [ "$(hash_of last-used load)" = "$(hash_of folder-click load)" ] || fail "a folder row's click changed the picture"
 host --plugin "$plug/Quenzit64.8bf" --in "$out/in.pam" --out "$out/load-repeat.pam" --load-block "$out/load.bin"
 cmp "$out/load.pam" "$out/load-repeat.pam" || fail "load: the repeat from the kept block differs from OK"
@@ -188,8 +199,9 @@ SCRIPT
 done
 set_dpi 96
 
-# Timings at 800 x 600, logged only: a preset row to the repainted preview (every layer
-# rebuilt), and a folder of 500 presets listed.
+# Timings with a preview of 800 x 600 on a big picture, logged only: a preset row to the
+# repainted preview (every layer rebuilt), and a folder of 500 presets listed.
+printf ';Parameters for Quenzit plug-in UI\r\ntfeL 0 \t\t\t\t;Left of window\r\nhtdW 1271 \t\t\t\t;Width of window\r\nthgH 846 \t\t\t\t;Height of window\r\n' >"$plug/Quenzit.ini"
 cat >"$out/timings.txt" <<SCRIPT
 tab 0
 wait-render
@@ -204,9 +216,15 @@ expect-rows 1013 501
 timed dblclick 1013 0
 timed dblclick 1013 0
 timed dblclick 1013 0
+shot $out/timings.png
+# For comparison, a render with no layer rebuilt (the key's settling adds some 60 ms).
+tab 1
+wait-render
+type 1027 150
+timed key ENTER
 cancel
 SCRIPT
-run timings --in "$out/in-800.pam" --out "$out/timings.pam" || grep -q "user cancelled" "$out/timings.log" ||
+run timings --in "$out/big.pam" --out "$out/timings.pam" || grep -q "user cancelled" "$out/timings.log" ||
   fail "the timings run: $(cat "$out/timings.log")"
 grep '^timed' "$out/timings.log" | sed 's/^/preset-checks: /'
 echo "preset-checks: pictures in $out"
