@@ -419,8 +419,11 @@ std::string RunInBox(HWND dialog, const std::string& rest) {
         if (want != title) return std::string("the box's title is \"") + title + "\"";
         return "";
     }
-    if (verb == "expect-text" || verb == "expect-enabled" || verb == "shot" || verb == "key") return Run(box, rest);
-    return "box takes command, type, expect-text, expect-title, expect-enabled, expect-client, shot or key";
+    if (verb == "expect-text" || verb == "shot" || verb == "key" || verb == "click" || verb == "expect-checked" ||
+        verb == "expect-shown" || verb == "expect-enabled")
+        return Run(box, rest);
+    return "box takes command, type, click, expect-text, expect-title, expect-checked, expect-shown, expect-enabled, "
+           "expect-client, shot or key";
 }
 
 // One line; an empty answer means it went well.
@@ -446,6 +449,14 @@ std::string Run(HWND dialog, const std::string& line) {
         if (!(in >> id)) return "command needs an id";
         in >> code;
         SendOrBox(dialog, dialog, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(Control(dialog, id)));
+    } else if (verb == "page-command") {
+        // Straight to the shown page: a control that lies under the preview at high dpi.
+        int code = 0;
+        if (!(in >> id)) return "page-command needs an id";
+        in >> code;
+        HWND page = Page(dialog);
+        if (!page) return "no page is shown";
+        SendOrBox(dialog, page, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(GetDlgItem(page, id)));
     } else if (verb == "click") {
         if (!(in >> id)) return "click needs an id";
         HWND w = Control(dialog, id);
@@ -592,6 +603,17 @@ std::string Run(HWND dialog, const std::string& line) {
         HWND w = Control(dialog, id);
         if (!w) return "no control " + std::to_string(id);
         if ((IsWindowEnabled(w) ? 1 : 0) != want) return std::to_string(id) + " is " + (want ? "disabled" : "enabled");
+    } else if (verb == "expect-checked" || verb == "expect-shown") {
+        int want = 0;
+        if (!(in >> id >> want)) return verb + " needs an id and 0 or 1";
+        Settle(dialog);
+        HWND w = Control(dialog, id);
+        if (!w) return "no control " + std::to_string(id);
+        const bool checked = verb == "expect-checked";
+        const int has = checked ? SendMessageA(w, BM_GETCHECK, 0, 0) == BST_CHECKED : IsWindowVisible(w) != 0;
+        if (has != want)
+            return std::to_string(id) +
+                   (checked ? (has ? " is checked" : " is not checked") : (has ? " shows" : " is hidden"));
     } else if (verb == "expect-text") {
         if (!(in >> id)) return "expect-text needs an id";
         std::string want;

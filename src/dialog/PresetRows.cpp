@@ -1,6 +1,7 @@
 #include "dialog/PresetRows.h"
 
 #include "dialog/DialogIds.h"
+#include "dialog/NavigatorRules.h"
 #include "effects/EffectLayer.h"
 #include "presets/PresetFormat.h"
 #include "presets/PresetLibrary.h"
@@ -8,7 +9,6 @@
 #include "state/ViewState.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
@@ -20,11 +20,6 @@ constexpr PresetListIds kLists[] = {
     {PresetSurface, IDC_SURF_LIST, IDC_SURF_PATH, IDC_SURF_SAVE, IDC_SURF_DELETE},
     {PresetBackground, IDC_BACK_LIST, IDC_BACK_PATH, IDC_BACK_SAVE, IDC_BACK_DELETE},
 };
-
-void SetName(char (&field)[kNameLength], const char* name) {
-    std::strncpy(field, name, kNameLength - 1);
-    field[kNameLength - 1] = 0;
-}
 
 } // namespace
 
@@ -68,11 +63,7 @@ KeepFlags KeepFlagsFor(int32_t kind, bool useWash, bool useSurface, bool useBack
 }
 
 void ResetToFactory() {
-    ResetAllParameters();
-    FilterParameters& p = *gParams;
-    SetName(p.WashFileName1, kNoTextureName);
-    SetName(p.SurfaceFileName1, kNoTextureName);
-    SetName(p.BackgroundFileName, kNoTextureName);
+    ApplyTabReset(*gParams, TabBasic);
     KeepWashLayers = KeepSurfaceLayers = KeepBackgroundLayer = false;
 }
 

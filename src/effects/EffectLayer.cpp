@@ -66,32 +66,6 @@ void SplitColor(uint32_t color, uint8_t& red, uint8_t& green, uint8_t& blue) {
     blue = uint8_t(color >> 16);
 }
 
-// The gParams fields a layer's placement lives in.
-struct Placement {
-    int32_t* scale;
-    uint8_t* flipHor;
-    uint8_t* flipVer;
-    int32_t* angle;
-    int32_t* offsetX;
-    int32_t* offsetY;
-};
-
-Placement PlacementOf(const EffectLayer& layer) {
-    FilterParameters& p = *gParams;
-    if (&layer == &WashLayers[0])
-        return {&p.WashScale1, &p.WashFlipHor1, &p.WashFlipVer1, &p.WashAngle1, &p.WashOffsetX1, &p.WashOffsetY1};
-    if (&layer == &WashLayers[1])
-        return {&p.WashScale2, &p.WashFlipHor2, &p.WashFlipVer2, &p.WashAngle2, &p.WashOffsetX2, &p.WashOffsetY2};
-    if (&layer == &SurfaceLayers[0])
-        return {&p.SurfaceScale1, &p.SurfaceFlipHor1, &p.SurfaceFlipVer1,
-                &p.SurfaceAngle1, &p.SurfaceOffsetX1, &p.SurfaceOffsetY1};
-    if (&layer == &SurfaceLayers[1])
-        return {&p.SurfaceScale2, &p.SurfaceFlipHor2, &p.SurfaceFlipVer2,
-                &p.SurfaceAngle2, &p.SurfaceOffsetX2, &p.SurfaceOffsetY2};
-    return {&p.BackgroundScale, &p.BackgroundFlipHor, &p.BackgroundFlipVer,
-            &p.BackgroundAngle, &p.BackgroundOffsetX, &p.BackgroundOffsetY};
-}
-
 bool Load(EffectLayer& layer, const char* name, bool report) {
     ReportTextureFailure = report;
     const bool loaded = LoadLayerTexture(layer, TexturePath(name));
@@ -299,51 +273,4 @@ OffsetRange LayerOffsetRange(const EffectLayer& layer) {
     range.RoomY = layer.Source->Bounds.bottom - FilterBottomEdge();
     range.AnyRoom = range.RoomX > 0 || range.RoomY > 0;
     return range;
-}
-
-namespace {
-
-void CarryTo(const EffectLayer& from, EffectLayer& to) {
-    if (&from == &to || !to.Source) return;
-    const Placement target = PlacementOf(to);
-    // gParams follows every carried setting, so a later fill makes the same layer.
-    *target.scale = int32_t(from.Scale);
-    SetLayerScale(to, from.Scale);
-    if (to.FlipVer != from.FlipVer) FlipLayerVer(to);
-    if (to.FlipHor != from.FlipHor) FlipLayerHor(to);
-    *target.flipVer = to.FlipVer;
-    *target.flipHor = to.FlipHor;
-    *target.offsetX = to.OffsetX = from.OffsetX;
-    *target.offsetY = to.OffsetY = from.OffsetY;
-    to.GeometryDirty = 1;
-    if (to.Angle != from.Angle) {
-        const int32_t difference = from.Angle - to.Angle;
-        const int32_t turns = (std::abs(difference) - 1) / 90 + 1;
-        for (int32_t i = 0; i < turns; ++i) {
-            if (difference < 0) RotateLayerCcw(to);
-            else RotateLayerCw(to);
-        }
-        *target.angle = from.Angle;
-        to.GeometryDirty = 1;
-        PrepareLayerTexture(to);
-    }
-}
-
-} // namespace
-
-void CarryLinkedSettings(EffectLayer& edited) {
-    const FilterParameters& p = *gParams;
-    const bool isWash = &edited == &WashLayers[0] || &edited == &WashLayers[1];
-    const bool isSurface = &edited == &SurfaceLayers[0] || &edited == &SurfaceLayers[1];
-    const bool isBackground = &edited == &BackgroundLayer;
-    if (!(isWash && LinkWash) && !(isSurface && LinkSurface) && !(isBackground && LinkBackground)) return;
-    if (LinkWash && p.UseWash) {
-        CarryTo(edited, WashLayers[0]);
-        if (p.SecondWashExists) CarryTo(edited, WashLayers[1]);
-    }
-    if (LinkSurface && p.UseSurface) {
-        CarryTo(edited, SurfaceLayers[0]);
-        if (p.SecondSurfaceExists) CarryTo(edited, SurfaceLayers[1]);
-    }
-    if (LinkBackground && p.UseBackground) CarryTo(edited, BackgroundLayer);
 }

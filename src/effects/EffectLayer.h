@@ -128,11 +128,6 @@ struct OffsetRange {
 };
 OffsetRange LayerOffsetRange(const EffectLayer& layer);
 
-// After an edit of `edited`, carries its scale, flips, offsets and angle to every other
-// layer in use of the linked groups (LinkWash, LinkSurface, LinkBackground), gParams too.
-// Nothing happens unless the edited layer's own group is linked.
-void CarryLinkedSettings(EffectLayer& edited);
-
 // Orientation of a layer's Source, each acting on it at once and then preparing the
 // layer again: the flag flips (Invert, FlipHor, FlipVer) or the angle moves by a
 // quarter turn.

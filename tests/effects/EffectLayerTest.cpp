@@ -1,5 +1,5 @@
-// Filling the layers from the record: the second wash, the link of the pair, the Use
-// flags, and carrying a placement over to a linked layer.
+// Filling the layers from the record: the second wash, the link of the pair and the Use
+// flags.
 #include "EffectsFixture.h"
 
 #include "state/ViewState.h"
@@ -47,23 +47,4 @@ TEST_F(EffectLayerTest, SecondWashLinkAndUseFlags) {
     LinkWash = 1;
     CreateEngine();
     EXPECT_STREQ(params_.WashFileName2, params_.WashFileName1) << "the link copies the name at fill time";
-}
-
-TEST_F(EffectLayerTest, LinkedWashesTakeTheEditedPlacement) {
-    params_.SecondWashExists = 1;
-    CreateEngine();
-    RotateLayerCcw(WashLayers[1]);
-    EXPECT_EQ(WashLayers[1].Angle, 270);
-    WashLayers[0].Angle = 90;
-    WashLayers[0].FlipHor = 1;
-    LinkWash = 1;
-    CarryLinkedSettings(WashLayers[0]);
-    EXPECT_EQ(WashLayers[1].Angle, 90) << "two quarter turns back";
-    EXPECT_EQ(params_.WashAngle2, 90);
-    EXPECT_EQ(WashLayers[1].FlipHor, 1);
-    EXPECT_EQ(params_.WashFlipHor2, 1);
-    LinkWash = 0;
-    WashLayers[0].Angle = 0;
-    CarryLinkedSettings(WashLayers[0]);
-    EXPECT_EQ(WashLayers[1].Angle, 90) << "unlinked: nothing moves";
 }

@@ -3,8 +3,11 @@
 // the rebuilds that follow every wholesale change of gParams (presets, resets, Auto).
 #pragma once
 
+#include "dialog/DialogLayout.h"
+
 #include <windows.h>
 
+#include <array>
 #include <cstdint>
 
 // A second layer's button stands in the row.
@@ -12,6 +15,12 @@ extern uint8_t SecondWashShown, SecondSurfaceShown;
 
 // Makes the row's buttons, separators and delete buttons; at the dialog's opening.
 void BuildNavigator(HWND dialog);
+// The dialog is going: nothing reaches the row any more.
+void ForgetNavigator();
+// The four reset buttons' x and width, which follow the preview's right edge.
+void PlaceNavigatorResets(const std::array<LayoutBox, 4>& resets);
+// Whether `id` is one of the four separators, which the dialog colours.
+bool IsNavigatorSeparator(int32_t id);
 // Lays the row out for `tab` and its view, shows the tab's reset button and result pair.
 void ShowNavigatorFor(int32_t tab);
 // The commands 500 to 516 of the row.

@@ -195,6 +195,7 @@ void ApplyLayout(HWND dialog, int32_t w, int32_t h) {
     const RECT header{d.headerRepaint.left, d.headerRepaint.top, d.headerRepaint.right, d.headerRepaint.bottom};
     RedrawWindow(dialog, &header, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     PlaceResultOptions(dialog, d);
+    PlaceNavigatorResets(d.resets);
     Place(dialog, IDC_PREVIEW, d.preview);
     SetPercentLabel(dialog);
 }
@@ -338,10 +339,12 @@ void InitDialog(HWND dialog) {
     LastUsedParams = *gParams;
     MakeDrawers(dialog);
     if (TabRecord* t = Tabs(dialog)) SelectTab(dialog, *t);
+    ShowNavigatorFor(ActiveTab);
 }
 
 void Destroy(HWND dialog) {
     DialogOpen = false;
+    ForgetNavigator();
     ForgetPages();
     for (int id = QZ_HOTKEY_ZOOM_UP; id <= QZ_HOTKEY_ACTUAL; ++id) UnregisterHotKey(dialog, id);
     for (HBITMAP& b : HeaderBitmaps) {
@@ -409,6 +412,10 @@ void Rerender(HWND dialog, bool erase = true) {
 }
 
 void Command(HWND dialog, int id, int code) {
+    if (id >= IDC_NAVIGATOR_FIRST && id <= IDC_NAVIGATOR_LAST) {
+        NavigatorCommand(dialog, id);
+        return;
+    }
     PreviewControl* c = Preview(dialog);
     switch (id) {
     case IDD_OK:
@@ -531,6 +538,11 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CTLCOLORSTATIC: {
         const int id = GetDlgCtrlID(HWND(lparam));
         if (IsResultOptionBox(id)) return INT_PTR(GetStockObject(BLACK_BRUSH));
+        if (IsNavigatorSeparator(id)) {
+            SetTextColor(HDC(wparam), RGB(0x7F, 0x7F, 0x7F));
+            SetBkMode(HDC(wparam), TRANSPARENT);
+            return INT_PTR(GetStockObject(BLACK_BRUSH));
+        }
         return FALSE;
     }
     case WM_HOTKEY:
@@ -549,8 +561,8 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
         const auto* header = reinterpret_cast<const NMHDR*>(lparam);
         if (header->idFrom == IDC_TABS && header->code == UINT(TCN_SELCHANGE)) {
             ActiveTab = int32_t(SendMessageA(header->hwndFrom, TCM_GETCURSEL, 0, 0));
-            ShowResultOptions(dialog, ActiveTab);
             if (TabRecord* t = Tabs(dialog)) SelectTab(dialog, *t);
+            ShowNavigatorFor(ActiveTab);
             SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_PARAMS_CHANGED, 0), 0);
         }
         return TRUE;

@@ -1,5 +1,7 @@
 #include "dialog/win32/Pages.h"
 
+#include "dialog/win32/LinkDialog.h"
+
 #include "controls/win32/Buttons.h"
 #include "controls/win32/ColorSwatch.h"
 #include "controls/win32/Fonts.h"
@@ -801,6 +803,12 @@ void Command(HWND page, int32_t id, int32_t code, HWND from) {
         return;
     }
     case IDC_WASH_OFFSET: PadMoved(page); return;
+    case IDC_WASH_LINK:
+    case IDC_SURF_LINK:
+    case IDC_BACK_LINK:
+        if (code != BN_CLICKED) return;
+        PressLink(page, id == IDC_WASH_LINK ? TabWash : id == IDC_SURF_LINK ? TabSurface : TabBackground, false);
+        return;
     case IDC_WASH_COLOR:
     case IDC_SURF_HIGHLIGHT:
     case IDC_SURF_MIDTONE:
@@ -1090,6 +1098,17 @@ void RefreshPage() {
     if (tab == TabSurface) RefreshSurface();
     if (tab == TabBackground) RefreshBackground();
     EnablePage(tab);
+}
+
+void EnableCurrentPage() {
+    if (!gParams) return;
+    ComputeUseFlags();
+    EnablePage(ActiveTab);
+}
+
+void LinkAfterTextureChosen(int32_t tab) {
+    // The link kinds number the tabs as the tab control does.
+    if (tab >= TabWash && tab <= TabBackground) PressLink(PageOf(tab), tab, true);
 }
 
 void SelectTab(HWND dialog, TabRecord& tabs) {

@@ -16,6 +16,11 @@ void SelectTab(HWND dialog, TabRecord& tabs);
 void PlacePages(HWND dialog, TabRecord& tabs);
 // Sets every control of the active tab's page from gParams and enables by the rules.
 void RefreshPage();
+// Only enables the active tab's page by the rules, its values as they stand.
+void EnableCurrentPage();
+// After a texture was chosen on the Wash, Surface or Background tab: its link is asked
+// for again when it still has a partner, and cleared when it has none.
+void LinkAfterTextureChosen(int32_t tab);
 // Forgets the pages' controls (the dialog is going).
 void ForgetPages();
 

@@ -9,7 +9,6 @@
 #include "dialog/win32/Pages.h"
 #include "dialog/win32/ResultOptions.h"
 #include "effects/EffectLayer.h"
-#include "presets/PresetHooks.h"
 #include "presets/PresetLibrary.h"
 #include "resources/ArtIds.h"
 
@@ -191,7 +190,6 @@ bool IsPresetList(UINT type, UINT id) {
 } // namespace
 
 void SetUpPresetLists(HWND page, int32_t tab) {
-    PresetHooks.ReconcileNavigator = ReconcileNavigator;
     int32_t count = 0;
     const PresetListIds* lists = PresetListsOfTab(tab, count);
     const int32_t height = PresetRowHeight(ListFontHeight());
