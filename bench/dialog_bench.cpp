@@ -2,8 +2,10 @@
 // in-process, an 800 by 600 preview, the default look with the generated textures. A
 // stand-in for the dialog plays what the window procedure does at opening, zoom steps,
 // fit, full size and a pan release (geometry, acquisition, under-image, render, picture),
-// and each case is timed as a whole, host work included.
+// and each case is timed as a whole, host work included. A preset row clicked (every layer
+// rebuilt) and a list of 500 presets read are timed the same way.
 //   dialog_bench --benchmark_filter=Zoom
+#include "dialog/PresetRows.h"
 #include "dialog/PreviewPicture.h"
 #include "effects/Background.h"
 #include "effects/EffectLayer.h"
@@ -18,6 +20,8 @@
 #include "host/Rectangles.h"
 #include "host/RunFilter.h"
 #include "host/Session.h"
+#include "presets/PresetFormat.h"
+#include "presets/PresetLibrary.h"
 #include "state/Parameters.h"
 #include "state/WorkImages.h"
 
@@ -26,6 +30,8 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <map>
 #include <string>
@@ -186,11 +192,50 @@ void BM_PanRelease(benchmark::State& state) {
     Report(state);
 }
 
+// Two shipped Basic presets in turn, as their rows' clicks do it: load, rebuild, render.
+void BM_PresetRow(benchmark::State& state) {
+    WithOpenDialog(state, [&state](PreviewPan&, ZoomButtons&, UnderImage& under) {
+        const std::vector<std::string> rows = FillPresetList(PresetBasic);
+        if (rows.size() < 4) {
+            state.SkipWithError("no shipped Basic presets");
+            return;
+        }
+        const FilterParameters lastUsed = *gParams;
+        size_t next = 2;
+        for (auto _ : state) {
+            Stage("load", [&] { ApplyPresetRow(PresetBasic, int32_t(next), rows[next], lastUsed, nullptr); });
+            Stage("rebuild", [] {
+                CreateEngine();
+                KeepWashLayers = KeepSurfaceLayers = KeepBackgroundLayer = false;
+            });
+            Refresh(under);
+            next = next == 2 ? 3 : 2;
+        }
+    });
+    Report(state);
+}
+
+// A folder of 500 presets read into rows, as a page's list is filled.
+void BM_ListOf500(benchmark::State& state) {
+    const std::filesystem::path root = std::filesystem::temp_directory_path() / "qz-bench-presets";
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root / "Quenzit" / "Presets" / "User");
+    for (int i = 0; i < 500; ++i)
+        std::ofstream(root / "Quenzit" / "Presets" / "User" / ("Look_" + std::to_string(i) + ".qztpst"))
+            << kPresetHeader << "\n";
+    SetModuleFilePathOverride((root / "Quenzit64.8bf").string());
+    ComputePaths();
+    for (auto _ : state) benchmark::DoNotOptimize(FillPresetList(PresetUser).size());
+    std::filesystem::remove_all(root);
+}
+
 } // namespace
 
 BENCHMARK(BM_Open)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_ZoomOutAndIn)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_FitAndActual)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_PanRelease)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_PresetRow)->Unit(benchmark::kMillisecond)->Iterations(6);
+BENCHMARK(BM_ListOf500)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

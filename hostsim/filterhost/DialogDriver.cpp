@@ -30,7 +30,11 @@ DriverHost Served;
 uint64_t LastPreview = 0;
 bool HavePreview = false;
 // Messages still being served when a box came up; they end once it is answered.
-std::vector<std::thread> Pending;
+struct PendingSend {
+    std::thread thread;
+    std::shared_ptr<std::atomic<bool>> done;
+};
+std::vector<PendingSend> Pending;
 
 // The main dialog, or the About box when the host's About command brought it up alone.
 BOOL CALLBACK FindDialog(HWND w, LPARAM data) {
@@ -147,9 +151,38 @@ HWND BoxUp(HWND dialog) {
     return s.box;
 }
 
-void JoinPending() {
-    for (std::thread& t : Pending) t.join();
-    Pending.clear();
+// Joins the sends that have been served; one that put up another box stays pending.
+void JoinPending(HWND dialog) {
+    std::vector<PendingSend> still;
+    for (PendingSend& p : Pending) {
+        while (!*p.done && !(dialog && BoxUp(dialog))) Sleep(5);
+        if (*p.done) p.thread.join();
+        else still.push_back(std::move(p));
+    }
+    Pending = std::move(still);
+}
+
+// \t, \n and \\ in a script's text.
+std::string Unescape(const std::string& text) {
+    std::string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\' || i + 1 == text.size()) {
+            out += text[i];
+            continue;
+        }
+        const char c = text[++i];
+        out += c == 't' ? '\t' : c == 'n' ? '\n' : c;
+    }
+    return out;
+}
+
+std::string ListText(HWND list, int row) {
+    const LRESULT length = SendMessageA(list, LB_GETTEXTLEN, WPARAM(row), 0);
+    if (length == LB_ERR) return "(no row " + std::to_string(row) + ")";
+    std::string text(size_t(length) + 1, '\0');
+    SendMessageA(list, LB_GETTEXT, WPARAM(row), LPARAM(text.data()));
+    text.resize(size_t(length));
+    return text;
 }
 
 // Sends a message and waits until it is served, or until a box comes up while it is: the
@@ -162,7 +195,7 @@ void SendOrBox(HWND dialog, HWND to, UINT message, WPARAM wparam, LPARAM lparam)
     });
     while (!*done && !BoxUp(dialog)) Sleep(5);
     if (*done) send.join();
-    else Pending.push_back(std::move(send));
+    else Pending.push_back({std::move(send), done});
 }
 
 void MouseTo(int x, int y) {
@@ -372,11 +405,32 @@ std::string RunInBox(HWND dialog, const std::string& rest) {
             return "the box's client area is " + std::to_string(r.right) + " by " + std::to_string(r.bottom);
         return "";
     }
+    if (verb == "type") {
+        // The box's own modal loop serves these; typed as characters, each with its change.
+        int id = 0;
+        std::string text;
+        if (!(in >> id)) return "type needs an id";
+        std::getline(in >> std::ws, text);
+        HWND w = GetDlgItem(box, id);
+        if (!w) return "the box has no " + std::to_string(id);
+        DWORD_PTR ignored = 0;
+        SendMessageTimeoutA(w, WM_SETTEXT, 0, LPARAM(""), SMTO_NORMAL, 60000, &ignored);
+        for (unsigned char c : text) SendMessageTimeoutA(w, WM_CHAR, WPARAM(c), 1, SMTO_NORMAL, 60000, &ignored);
+        return "";
+    }
+    if (verb == "expect-title") {
+        std::string want;
+        std::getline(in >> std::ws, want);
+        char title[256] = {};
+        GetWindowTextA(box, title, sizeof title);
+        if (want != title) return std::string("the box's title is \"") + title + "\"";
+        return "";
+    }
     if (verb == "expect-text" || verb == "shot" || verb == "key" || verb == "click" || verb == "expect-checked" ||
         verb == "expect-shown" || verb == "expect-enabled")
         return Run(box, rest);
-    return "box takes command, click, expect-text, expect-checked, expect-shown, expect-enabled, expect-client, "
-           "shot or key";
+    return "box takes command, type, click, expect-text, expect-title, expect-checked, expect-shown, expect-enabled, "
+           "expect-client, shot or key";
 }
 
 // One line; an empty answer means it went well.
@@ -466,14 +520,18 @@ std::string Run(HWND dialog, const std::string& line) {
                            : which == "cancel" ? IDCANCEL
                                                : 0;
         if (!button) return "answer needs yes, no, cancel or ok";
-        HWND box = nullptr;
-        for (int i = 0; i < 200 && !(box = BoxUp(dialog)); ++i) Sleep(50);
+        // The box that has the button: a box going away may still be up a moment.
+        HWND box = nullptr, item = nullptr;
+        for (int i = 0; i < 200 && !item; ++i) {
+            box = BoxUp(dialog);
+            item = box ? GetDlgItem(box, button) : nullptr;
+            if (!item) Sleep(50);
+        }
         if (!box) return "no box is up";
-        HWND item = GetDlgItem(box, button);
         if (!item) return "the box has no " + which;
         PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), LPARAM(item));
         for (int i = 0; i < 200 && IsWindow(box) && IsWindowVisible(box); ++i) Sleep(20);
-        JoinPending();
+        JoinPending(dialog);
     } else if (verb == "expect") {
         std::string pair;
         in >> pair;
@@ -504,6 +562,47 @@ std::string Run(HWND dialog, const std::string& line) {
             error = Mouse(dialog, WM_MOUSEMOVE, x0 + (x1 - x0) * step / 8, y0 + (y1 - y0) * step / 8);
         if (error.empty()) error = Mouse(dialog, WM_LBUTTONUP, x1, y1);
         return error;
+    } else if (verb == "select" || verb == "dblclick") {
+        // As a click on a row tells the list's owner; a double click sends only its second half.
+        int row = -1;
+        if (!(in >> id >> row)) return verb + " needs an id and a row";
+        HWND list = Control(dialog, id);
+        if (!list) return "no control " + std::to_string(id);
+        DWORD_PTR ignored = 0;
+        SendMessageTimeoutA(list, LB_SETCURSEL, WPARAM(row), 0, SMTO_NORMAL, 60000, &ignored);
+        SendOrBox(dialog, GetParent(list), WM_COMMAND, MAKEWPARAM(id, verb == "select" ? LBN_SELCHANGE : LBN_DBLCLK),
+                  LPARAM(list));
+    } else if (verb == "expect-rows") {
+        int want = 0;
+        if (!(in >> id >> want)) return "expect-rows needs an id and a count";
+        Settle(dialog);
+        HWND list = Control(dialog, id);
+        if (!list) return "no control " + std::to_string(id);
+        const auto has = int(SendMessageA(list, LB_GETCOUNT, 0, 0));
+        if (has != want) return std::to_string(id) + " has " + std::to_string(has) + " rows";
+    } else if (verb == "expect-row") {
+        int row = 0;
+        std::string want;
+        if (!(in >> id >> row)) return "expect-row needs an id and a row";
+        std::getline(in >> std::ws, want);
+        Settle(dialog);
+        HWND list = Control(dialog, id);
+        if (!list) return "no control " + std::to_string(id);
+        const std::string has = ListText(list, row);
+        if (has != Unescape(want))
+            return "row " + std::to_string(row) + " of " + std::to_string(id) + " is \"" + has + "\"";
+    } else if (verb == "timed") {
+        std::string rest;
+        std::getline(in >> std::ws, rest);
+        LARGE_INTEGER start{}, end{}, rate{};
+        QueryPerformanceFrequency(&rate);
+        QueryPerformanceCounter(&start);
+        const std::string error = Run(dialog, rest);
+        QueryPerformanceCounter(&end);
+        std::printf("timed %.1f ms %s\n", double(end.QuadPart - start.QuadPart) * 1000.0 / double(rate.QuadPart),
+                    rest.c_str());
+        std::fflush(stdout);
+        return error;
     } else if (verb == "expect-enabled") {
         int want = 0;
         if (!(in >> id >> want)) return "expect-enabled needs an id and 0 or 1";
@@ -531,7 +630,7 @@ std::string Run(HWND dialog, const std::string& line) {
         HWND w = Control(dialog, id);
         if (!w) return "no control " + std::to_string(id);
         GetWindowTextA(w, text, sizeof text);
-        if (want != text) return std::to_string(id) + " shows \"" + text + "\"";
+        if (Unescape(want) != text) return std::to_string(id) + " shows \"" + text + "\"";
     } else if (verb == "expect-tip") {
         if (!(in >> id)) return "expect-tip needs an id";
         std::string want;
@@ -644,7 +743,7 @@ void StartDialogDriver(const std::string& script, DriverHost host) {
 
 bool FinishDialogDriver() {
     if (Driver.joinable()) Driver.join();
-    JoinPending();
+    JoinPending(nullptr);
     if (Failure.empty()) return true;
     std::fprintf(stderr, "filterhost: drive: %s\n", Failure.c_str());
     return false;

@@ -9,19 +9,23 @@
 //   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | ok | cancel (clicks: focus first)
 //   box command ID [CODE] | box expect-text ID TEXT | box expect-client W H | box shot FILE.png
 //   box key KEYS | box click ID | box expect-checked ID 0|1 | box expect-shown ID 0|1
-//   box expect-enabled ID 0|1
+//   box expect-enabled ID 0|1 | box type ID TEXT | box expect-title TEXT
+//   select ID ROW | dblclick ID ROW | expect-rows ID N | expect-row ID ROW TEXT | timed LINE
 // Ids are sought in an open drawer, then the tab's page, then the dialog; drag points are
 // preview pixels. size ends as a user's sizing does; maximize sizes the window to the
 // work area; send hands the dialog a raw message; repaint has the preview painted again.
 // page-command goes to the shown page rather than the dialog; click-at clicks a point of
 // the control's client area; expect-tip reads its tooltip;
 // expect-checked reads a button's check and expect-shown whether a control is visible.
-// box plays its line on the box that is up over the dialog (the About box); the dialog the
-// driver waits for may also be an About box alone, from the host's About command.
+// box plays its line on the box that is up over the dialog (the About box, a message box
+// whose text has id 65535, a name box); the dialog the driver waits for may also be an
+// About box alone, from the host's About command.
 // preview writes the host's output buffer and prints "preview FILE HASH"; expect-preview
 // compares with the last one. KEYS is a key name (ESC, ENTER, TAB, F1, A, 0...) with
-// CTRL+, SHIFT+ or ALT+ before it. Blank lines and lines starting with # are skipped. A
-// failure names its line and ends the dialog with Cancel.
+// CTRL+, SHIFT+ or ALT+ before it. select and dblclick set a list's row and tell its owner
+// as a click does; timed runs its line and prints "timed MS LINE". Expected texts read
+// \t, \n and \\ as a TAB, a new line and a backslash. Blank lines and lines starting with
+// # are skipped. A failure names its line and ends the dialog with Cancel.
 #pragma once
 
 #include "hostsim/Pam.h"

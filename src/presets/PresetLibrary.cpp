@@ -122,11 +122,37 @@ bool LoadPreset(const std::string& name, int kind) {
     return true;
 }
 
+std::string PresetSaveName(const std::string& typed) {
+    return typed.size() > 7 && EndsWith(typed, kPresetExtension) ? WithoutExtension(typed) : typed;
+}
+
+bool PresetNameFits(const std::string& name, int kind) {
+    if (name.empty() || !PresetKindFolder(kind)) return false;
+    // A separator or "..\" would lead out of the folder; ':' would write a stream of another file.
+    for (unsigned char c : name)
+        if (c < 32 || std::strchr("\\/:*?\"<>|", c)) return false;
+    // CON, NUL, COM1... open a device whatever follows the first dot.
+    std::string stem = name.substr(0, name.find('.'));
+    while (!stem.empty() && stem.back() == ' ') stem.pop_back();
+    for (char& c : stem) c = char(std::toupper(static_cast<unsigned char>(c)));
+    for (const char* device : {"CON", "PRN", "AUX", "NUL"})
+        if (stem == device) return false;
+    if (stem.size() == 4 && (stem.compare(0, 3, "COM") == 0 || stem.compare(0, 3, "LPT") == 0) && stem[3] >= '0' &&
+        stem[3] <= '9')
+        return false;
+    // One component of at most 255 characters, a whole path under the classic 260.
+    const size_t file = name.size() + std::strlen(kPresetExtension);
+    return file <= 255 && PresetFilePath(name, kind).size() < 260;
+}
+
 SaveResult SavePreset(int kind, const std::string& typedName, bool overwrite) {
     if (kind < PresetWash || kind > PresetBackgroundColors) return SaveResult::CannotCreate;
-    std::string name = typedName;
-    if (name.size() > 7 && EndsWith(name, kPresetExtension)) name = WithoutExtension(name);
+    const std::string name = PresetSaveName(typedName);
     if (name.empty()) return SaveResult::EmptyName;
+    if (!PresetNameFits(name, kind)) {
+        ShowAlert("Cannot Save File!", kAlertTitle, AlertIcon::Information);
+        return SaveResult::CannotCreate;
+    }
     const std::string path = PresetFilePath(name, kind);
     const bool exists = FileExists(path);
     if (exists && !overwrite) return SaveResult::Exists;

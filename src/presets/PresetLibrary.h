@@ -36,12 +36,20 @@ void EnterPresetFolder(int kind, const std::string& folderRow);
 // navigator hook after kinds that change second layers. False when nothing was read.
 bool LoadPreset(const std::string& name, int kind);
 
+// The name a typed one is saved under: a typed ".qztpst" is cut off a name longer than 7
+// characters.
+std::string PresetSaveName(const std::string& typed);
+// Whether `name` can be one file of the kind's folder on every system: no separators,
+// no characters Windows refuses, no device name, and a short enough path.
+bool PresetNameFits(const std::string& name, int kind);
+
 enum class SaveResult { Created, Overwritten, Exists, EmptyName, CannotCreate };
 
 // Saves gParams as a preset of `kind` under `typedName` (a typed ".qztpst" is cut off a
 // name longer than 7 characters). An existing file is rewritten only with `overwrite`;
 // otherwise the answer is Exists and the caller asks. Created means a new row belongs
-// in the list. A file that cannot be created tells the user "Cannot Save File!".
+// in the list. A file that cannot be created, or a name that does not fit, tells the user
+// "Cannot Save File!" and writes nothing.
 SaveResult SavePreset(int kind, const std::string& typedName, bool overwrite);
 
 // Deletes the file of a row, with no question. False for a folder row or a failure.

@@ -6,6 +6,8 @@
 #include "presets/PresetLibrary.h"
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 #include <cstring>
 
 using PresetLibrary = PresetFixture;
@@ -74,4 +76,47 @@ TEST_F(PresetLibrary, LoadsByNameAndNamesTheStrip) {
     std::sort(names.begin() + 1, names.end()); // directory order is the system's
     EXPECT_EQ(names[1], "Ash");
     EXPECT_EQ(names[2], "Ochre");
+}
+
+TEST_F(PresetLibrary, NamesThatLeadElsewhereAreRefused) {
+    EXPECT_EQ(PresetSaveName("Dusk.qztpst"), "Dusk");
+    EXPECT_EQ(PresetSaveName("a.qztpst"), "a");               // 8 characters
+    EXPECT_EQ(PresetSaveName(".qztpst"), ".qztpst");          // 7: the name itself
+    EXPECT_EQ(PresetSaveName("a.qztpst.qztpst"), "a.qztpst"); // once
+    EXPECT_EQ(PresetSaveName("Dusk"), "Dusk");
+
+    std::filesystem::create_directories(Presets() / "Wash" / "Sub");
+    const auto tree = [&] {
+        std::vector<std::string> files;
+        for (const auto& e : std::filesystem::recursive_directory_iterator(root_)) files.push_back(e.path().string());
+        std::sort(files.begin(), files.end());
+        return files;
+    };
+    const std::vector<std::string> before = tree();
+    AlertCapture alerts;
+    const std::string refused[] = {"..\\Evil",
+                                   "../Evil",
+                                   "Sub/x",
+                                   "Sub\\x",
+                                   "c:x",
+                                   "a*b",
+                                   "q?",
+                                   "CON",
+                                   "nul.txt",
+                                   "Com1",
+                                   "LPT9 ",
+                                   "tab\tin",
+                                   std::string(249, 'n')};
+    for (const std::string& name : refused)
+        EXPECT_EQ(SavePreset(PresetWash, name, true), SaveResult::CannotCreate) << name;
+    EXPECT_EQ(alerts.Alerts().size(), std::size(refused));
+    EXPECT_EQ(alerts.Alerts().back().text, "Cannot Save File!");
+    EXPECT_EQ(tree(), before);
+
+    // A whole path of 259 characters is the longest; names that only look odd still save.
+    const size_t room = 259 - PresetFilePath("", PresetWash).size();
+    EXPECT_EQ(SavePreset(PresetWash, std::string(room + 1, 'm'), false), SaveResult::CannotCreate);
+    EXPECT_EQ(SavePreset(PresetWash, std::string(room, 'm'), false), SaveResult::Created);
+    EXPECT_EQ(SavePreset(PresetWash, "Console", false), SaveResult::Created);
+    EXPECT_EQ(SavePreset(PresetWash, "COM10", false), SaveResult::Created);
 }

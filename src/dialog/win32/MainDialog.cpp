@@ -3,6 +3,7 @@
 #include "dialog/DialogIds.h"
 #include "dialog/FramePainters.h"
 #include "dialog/HelpPages.h"
+#include "dialog/PresetRows.h"
 #include "dialog/win32/AboutBox.h"
 #include "dialog/win32/FrameButtons.h"
 #include "dialog/win32/HelpOpener.h"
@@ -475,8 +476,7 @@ void Command(HWND dialog, int id, int code) {
         return;
     case IDC_PARAMS_CHANGED:
     case IDC_PARAMS_CHANGED_TOO:
-        if (gParams->PresetApplied) gParams->PresetApplied = 0;
-        else LastUsedParams = *gParams;
+        NoteParamsChanged(*gParams, LastUsedParams);
         RefreshPreview(dialog);
         return;
     case IDC_OPTION_BASIC:

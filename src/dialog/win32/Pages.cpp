@@ -9,6 +9,7 @@
 #include "controls/win32/Rotor.h"
 #include "dialog/DialogIds.h"
 #include "dialog/PageRules.h"
+#include "dialog/win32/PresetLists.h"
 #include "effects/EffectLayer.h"
 #include "effects/LayerTexture.h"
 #include "effects/LinkSync.h"
@@ -750,6 +751,7 @@ void Seed(HWND page, int32_t value) {
 
 void Command(HWND page, int32_t id, int32_t code, HWND from) {
     FilterParameters& p = P();
+    if (PresetListCommand(page, id, code)) return;
     // Shared ids first: they act alike on whichever page sends them.
     if (id == IDC_SURF_LIGHT_ALPHA || id == IDC_SURF_LIGHT_BETA) {
         if (IsDone(code) || code == QZ_EDIT_RESTORE) LightEdit(page, id, code);
@@ -942,6 +944,7 @@ void SetUpPage(HWND page, int32_t tab) {
         return LayoutBox{r.left, r.top, r.right - r.left, r.bottom - r.top};
     };
     TemplateGroups[tab] = {box(IDC_USER_GROUP), box(list[tab]), box(save[tab]), box(remove[tab])};
+    SetUpPresetLists(page, tab);
 }
 
 void RefreshSliders(int32_t tab) {
@@ -1061,6 +1064,8 @@ INT_PTR Dispatch(HWND page, UINT message, WPARAM wparam, LPARAM lparam) {
         if (lparam) Spun(page, HWND(lparam), wparam);
         return TRUE;
     case WM_TIMER: TimerFired(page, wparam); return TRUE;
+    case WM_MEASUREITEM: return MeasurePresetRow(reinterpret_cast<MEASUREITEMSTRUCT*>(lparam));
+    case WM_DRAWITEM: return DrawPresetRow(reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
     case WM_DESTROY: {
         const auto tab = int32_t(GetWindowLongPtrA(page, DWLP_USER));
         if (tab < 0 || tab > 3) return FALSE;
@@ -1132,6 +1137,7 @@ void ForgetPages() {
     WashSwatch = nullptr;
     for (int i = 0; i < 3; ++i) SurfaceSwatches[i] = BackgroundSwatches[i] = nullptr;
     SpinTimerPending = 0;
+    ForgetPresetLists();
 }
 
 INT_PTR CALLBACK PageProc(HWND page, UINT message, WPARAM wparam, LPARAM lparam) {
