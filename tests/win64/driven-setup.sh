@@ -16,3 +16,20 @@ fail() {
   echo "$check: $*" >&2
   exit 1
 }
+# play NAME [HOST ARGUMENTS...]: runs the dialog on $out/NAME.txt, then holds its OK to the
+# repeat from the kept block and to its recorded keys played back, byte for byte.
+play() {
+  local name=$1
+  shift
+  host --in "$out/in.pam" --out "$out/$name.pam" --dialog --drive "$out/$name.txt" \
+    --record "$out/$name-keys.txt" --save-block "$out/$name.bin" "$@" >"$out/$name.log" 2>&1 ||
+    fail "the $name run failed: $(cat "$out/$name.log")"
+  host --in "$out/in.pam" --out "$out/$name-repeat.pam" --load-block "$out/$name.bin"
+  cmp "$out/$name.pam" "$out/$name-repeat.pam" || fail "$name: the repeat from the kept block differs from OK"
+  local keys
+  mapfile -t keys < <(grep -v '^SFH2=' "$out/$name-keys.txt")
+  host --in "$out/in.pam" --out "$out/$name-played.pam" "${keys[@]}"
+  cmp "$out/$name.pam" "$out/$name-played.pam" || fail "$name: the recorded keys played differ from OK"
+}
+# recorded NAME PATTERN: the run recorded a key matching PATTERN.
+recorded() { grep -Eq "^$2\$" "$out/$1-keys.txt" || fail "$1: no $2 among $(tr '\n' ' ' <"$out/$1-keys.txt")"; }

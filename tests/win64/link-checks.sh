@@ -12,21 +12,6 @@ set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD 
 trap 'set_dpi 96' EXIT
 "$native/qz-testcard" "$out/in.pam" 600 450 RGB
 
-# A script's run from the given keys, then OK against the kept block and the recorded keys.
-play() {
-  local name=$1
-  shift
-  host --in "$out/in.pam" --out "$out/$name.pam" --dialog --drive "$out/$name.txt" \
-    --record "$out/$name-keys.txt" --save-block "$out/$name.bin" "$@" >"$out/$name.log" 2>&1 ||
-    fail "the $name run failed: $(cat "$out/$name.log")"
-  host --in "$out/in.pam" --out "$out/$name-repeat.pam" --load-block "$out/$name.bin"
-  cmp "$out/$name.pam" "$out/$name-repeat.pam" || fail "$name: the repeat from the kept block differs from OK"
-  local keys
-  mapfile -t keys < <(grep -v '^SFH2=' "$out/$name-keys.txt")
-  host --in "$out/in.pam" --out "$out/$name-played.pam" "${keys[@]}"
-  cmp "$out/$name.pam" "$out/$name-played.pam" || fail "$name: the recorded keys played differ from OK"
-}
-
 pair="WFN1=Rusted.qzt SFN1=Rusted.qzt BkFN=No_Texture.qzt W2Ex=false Sf2E=false WSc1=100 SSc1=60"
 cat >"$out/pair.txt" <<SCRIPT
 tab 1

@@ -10,21 +10,6 @@
 source "$(dirname "$0")/driven-setup.sh" "$@"
 "$native/qz-testcard" "$out/in.pam" 900 700 RGB
 
-# A script's run ended by OK, then the same picture from the kept block and the keys.
-play() {
-  local name=$1
-  host --in "$out/in.pam" --out "$out/$name.pam" --dialog --drive "$out/$name.txt" \
-    --record "$out/$name-keys.txt" --save-block "$out/$name.bin" >"$out/$name.log" 2>&1 ||
-    fail "the $name run failed: $(cat "$out/$name.log")"
-  host --in "$out/in.pam" --out "$out/$name-repeat.pam" --load-block "$out/$name.bin"
-  cmp "$out/$name.pam" "$out/$name-repeat.pam" || fail "$name: the repeat from the kept block differs from OK"
-  local keys
-  mapfile -t keys < <(grep -v '^SFH2=' "$out/$name-keys.txt")
-  host --in "$out/in.pam" --out "$out/$name-played.pam" "${keys[@]}"
-  cmp "$out/$name.pam" "$out/$name-played.pam" || fail "$name: the recorded keys played differ from OK"
-}
-recorded() { grep -Eq "^$2\$" "$out/$1-keys.txt" || fail "$1: no $2 among $(tr '\n' ' ' <"$out/$1-keys.txt")"; }
-
 cat >"$out/delete.txt" <<SCRIPT
 tab 1
 wait-render
