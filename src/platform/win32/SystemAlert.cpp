@@ -28,8 +28,11 @@ UINT ButtonFlags(AlertButtons buttons) {
 } // namespace
 
 AlertAnswer ShowSystemAlert(const AlertRecord& alert, void* ownerWindow) noexcept {
-    int result = MessageBoxA(static_cast<HWND>(ownerWindow), alert.text.c_str(), alert.title.c_str(),
-                             IconFlags(alert.icon) | ButtonFlags(alert.buttons));
+    // Without an owner the box would leave an open dialog enabled and could fall behind it:
+    // the thread's active window (the dialog, or the host's own) owns it then.
+    HWND owner = ownerWindow ? static_cast<HWND>(ownerWindow) : GetActiveWindow();
+    int result =
+        MessageBoxA(owner, alert.text.c_str(), alert.title.c_str(), IconFlags(alert.icon) | ButtonFlags(alert.buttons));
     switch (result) {
     case IDOK: return AlertAnswer::Ok;
     case IDYES: return AlertAnswer::Yes;
