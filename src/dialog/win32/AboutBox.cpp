@@ -8,6 +8,7 @@
 #include "dialog/HelpPages.h"
 #include "dialog/win32/HelpOpener.h"
 #include "dialog/win32/ModuleActivation.h"
+#include "dialog/win32/ThisModule.h"
 #include "host/Dialog.h"
 #include "presets/UiSettings.h"
 #include "resources/ArtIds.h"
@@ -21,13 +22,6 @@ HWND AboutOwner = nullptr;
 HBITMAP AboutPicture = nullptr;
 HBRUSH AboutBrush = nullptr;
 HFONT AboutFonts[2] = {}; // the version line's, and a large one
-
-HINSTANCE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCSTR>(&ThisModule), &module);
-    return module;
-}
 
 HFONT ArialFont(int height, int weight) {
     return CreateFontA(height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,

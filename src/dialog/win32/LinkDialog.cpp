@@ -4,6 +4,7 @@
 #include "dialog/LinkIds.h"
 #include "dialog/LinkRules.h"
 #include "dialog/win32/Pages.h"
+#include "dialog/win32/ThisModule.h"
 #include "effects/LinkSync.h"
 #include "state/Parameters.h"
 
@@ -11,13 +12,6 @@ namespace {
 
 const int32_t kRadios[4] = {0, IDC_LINK_WASH, IDC_LINK_SURFACE, IDC_LINK_BACKGROUND};
 const int32_t kButtons[4] = {0, IDC_WASH_LINK, IDC_SURF_LINK, IDC_BACK_LINK};
-
-HINSTANCE LinkModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCSTR>(&LinkModule), &module);
-    return module;
-}
 
 void SetUpRadios(HWND box) {
     const LinkRadios radios = RadiosFor(LinkDialogKind, CurrentLinkMatches());
@@ -72,7 +66,7 @@ void ShowLink(HWND button, bool on) {
 } // namespace
 
 int32_t RunLinkDialog(HWND owner) {
-    const INT_PTR result = DialogBoxParamA(LinkModule(), MAKEINTRESOURCEA(IDD_LINK), owner, LinkProc, 0);
+    const INT_PTR result = DialogBoxParamA(ThisModule(), MAKEINTRESOURCEA(IDD_LINK), owner, LinkProc, 0);
     return result >= LinkKindWash && result <= LinkKindBackground ? int32_t(result) : -1;
 }
 

@@ -12,6 +12,7 @@
 #include "dialog/win32/Pages.h"
 #include "dialog/win32/PreviewControl.h"
 #include "dialog/win32/ResultOptions.h"
+#include "dialog/win32/ThisModule.h"
 #include "controls/win32/Contaner.h"
 #include "controls/win32/DibSection.h"
 #include "effects/Background.h"
@@ -56,13 +57,6 @@ ShadowWeights CornerWeights{};
 DibSection BandPixels, HeaderStrip, HeaderTile;
 ZoomButtons Zoom;
 HBITMAP HeaderBitmaps[2] = {}; // 213 left, 215 right
-
-HINSTANCE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCSTR>(&ThisModule), &module);
-    return module;
-}
 
 // The preview keeps a pointer in its window bytes, more than the family's four: it
 // registers its own class. The strip and the drawers come with their pages.

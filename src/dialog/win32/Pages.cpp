@@ -1,7 +1,5 @@
 #include "dialog/win32/Pages.h"
 
-#include "dialog/win32/LinkDialog.h"
-
 #include "controls/win32/Buttons.h"
 #include "controls/win32/ColorSwatch.h"
 #include "controls/win32/Fonts.h"
@@ -9,7 +7,9 @@
 #include "controls/win32/Rotor.h"
 #include "dialog/DialogIds.h"
 #include "dialog/PageRules.h"
+#include "dialog/win32/LinkDialog.h"
 #include "dialog/win32/PresetLists.h"
+#include "dialog/win32/ThisModule.h"
 #include "effects/EffectLayer.h"
 #include "effects/LayerTexture.h"
 #include "effects/LinkSync.h"
@@ -1042,13 +1042,6 @@ void PlacePage(HWND dialog, const TabRecord& tabs, int32_t tab) {
     RedrawWindow(page, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-HINSTANCE PageModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCSTR>(&PageModule), &module);
-    return module;
-}
-
 INT_PTR Dispatch(HWND page, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
     case WM_INITDIALOG: {
@@ -1115,7 +1108,7 @@ void SelectTab(HWND dialog, TabRecord& tabs) {
     if (tabs.page) ShowWindow(tabs.page, SW_HIDE);
     const int32_t tab = std::max(0, std::min(3, ActiveTab));
     if (!Pages[tab]) {
-        CreateDialogParamA(PageModule(), MAKEINTRESOURCEA(kTemplates[tab]), dialog, PageProc, LPARAM(tab));
+        CreateDialogParamA(ThisModule(), MAKEINTRESOURCEA(kTemplates[tab]), dialog, PageProc, LPARAM(tab));
         tabs.pages[tab] = Pages[tab];
         PlacePage(dialog, tabs, tab);
     } else {

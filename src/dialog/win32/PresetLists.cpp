@@ -8,6 +8,7 @@
 #include "dialog/win32/MainDialog.h"
 #include "dialog/win32/Pages.h"
 #include "dialog/win32/ResultOptions.h"
+#include "dialog/win32/ThisModule.h"
 #include "effects/EffectLayer.h"
 #include "presets/PresetLibrary.h"
 #include "resources/ArtIds.h"
@@ -20,13 +21,6 @@ namespace {
 HBITMAP FolderBitmaps[2] = {}; // folder, parent folder
 HWND BusyDialog = nullptr;
 HWND BusyFocus = nullptr;
-
-HINSTANCE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCSTR>(&ThisModule), &module);
-    return module;
-}
 
 std::string RowText(HWND list, int32_t row) {
     if (row < 0) return {};
