@@ -34,26 +34,29 @@ textures=$(find "$data" -maxdepth 1 -name '*.qzt' | wc -l)
 
 # The texture drawer: slide, drawer mode, pages, filters, Live Preview, a try and Cancel.
 cat >"$out/browse.txt" <<SCRIPT
+size 1000 860
+wait-render
 tab 1
 wait-render
 preview $out/before.png
 expect-shown 1177 0
-click 1077
+page-command 1077
 shot-now $out/slide-1.png
 shot-now $out/slide-2.png
 shot $out/open.png
 expect-shown 1177 1
+expect-shown 114 1
 expect-enabled 999 0
 expect-enabled 1126 0
-expect-enabled 1129 0
+timed drawer-command 1004
+timed drawer-command 1004
+timed drawer-command 1004
+drawer-command 1004
 expect-shown 1004 0
 expect-shown 1003 1
+shot $out/page-1.png
 timed drawer-command 1003
-shot $out/page-2.png
-expect-shown 1004 1
 timed drawer-command 1004
-timed drawer-command 1003
-drawer-command 1004
 select 1110 1
 expect-shown 100 1
 expect-shown 101 1
