@@ -80,6 +80,7 @@ wait-render
 expect-preview changed
 click 2
 wait-render
+wait-render
 expect-preview same
 expect-shown 1177 0
 expect-enabled 999 1
@@ -104,6 +105,7 @@ click 104
 wait-render
 expect-preview changed
 click 1
+wait-render
 wait-render
 expect-shown 1177 0
 expect-enabled 1 1
@@ -131,6 +133,7 @@ select 1111 0
 click 101
 wait-render
 click 2
+wait-render
 wait-render
 expect-shown 1178 0
 cancel
