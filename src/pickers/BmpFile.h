@@ -2,6 +2,7 @@
 // Both drawers and the preset strip keep their pictures in them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
