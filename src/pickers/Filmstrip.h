@@ -3,8 +3,6 @@
 // over, and one frame painted into a PixelView. The win32/ half routes messages and blits.
 #pragma once
 
-#include <cstddef>
-
 #include "controls/PixelView.h"
 #include "pickers/BmpFile.h"
 
