@@ -63,8 +63,20 @@ BOOL CALLBACK FindChild(HWND w, LPARAM data) {
     return FALSE;
 }
 
-// The open drawer, whose controls come first; the dialog has none yet.
-HWND OpenDrawer(HWND) { return nullptr; }
+// Hidden ones too: a drawer hides its page buttons and spare tiles.
+BOOL CALLBACK FindAnyChild(HWND w, LPARAM data) {
+    auto* s = reinterpret_cast<Search*>(data);
+    if (GetDlgCtrlID(w) != s->id) return TRUE;
+    s->found = w;
+    return FALSE;
+}
+
+// The open drawer (textures 1177, tones 1178), whose controls come first.
+HWND OpenDrawer(HWND dialog) {
+    for (int id : {1177, 1178})
+        if (HWND w = GetDlgItem(dialog, id); w && IsWindowVisible(w)) return w;
+    return nullptr;
+}
 
 bool IsDialogClass(HWND w) {
     char name[16] = {};
@@ -80,7 +92,13 @@ HWND Page(HWND dialog) {
 
 // A control by id: in an open drawer, the page, the dialog, then anywhere visible below it.
 HWND Control(HWND dialog, int id) {
-    for (HWND owner : {OpenDrawer(dialog), Page(dialog), dialog})
+    // A drawer's tiles stand in its panel: look through all of it.
+    if (HWND drawer = OpenDrawer(dialog)) {
+        Search inDrawer{id, nullptr};
+        EnumChildWindows(drawer, FindAnyChild, LPARAM(&inDrawer));
+        if (inDrawer.found) return inDrawer.found;
+    }
+    for (HWND owner : {Page(dialog), dialog})
         if (HWND w = owner ? GetDlgItem(owner, id) : nullptr) return w;
     Search s{id, nullptr};
     EnumChildWindows(dialog, FindChild, LPARAM(&s));
@@ -464,6 +482,14 @@ std::string Run(HWND dialog, const std::string& line) {
         HWND page = Page(dialog);
         if (!page) return "no page is shown";
         SendOrBox(dialog, page, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(GetDlgItem(page, id)));
+    } else if (verb == "drawer-command") {
+        // Straight to the open drawer, and answered only when handled: what a timed line needs.
+        int code = 0;
+        if (!(in >> id)) return "drawer-command needs an id";
+        in >> code;
+        HWND drawer = OpenDrawer(dialog);
+        if (!drawer) return "no drawer is open";
+        SendOrBox(dialog, drawer, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(Control(dialog, id)));
     } else if (verb == "click") {
         if (!(in >> id)) return "click needs an id";
         HWND w = Control(dialog, id);
@@ -569,6 +595,14 @@ std::string Run(HWND dialog, const std::string& line) {
         HWND list = Control(dialog, id);
         if (!list) return "no control " + std::to_string(id);
         DWORD_PTR ignored = 0;
+        char kind[16] = {};
+        GetClassNameA(list, kind, sizeof kind);
+        if (lstrcmpiA(kind, "ComboBox") == 0) {
+            // A drop-down list tells its owner the pick is made.
+            SendMessageTimeoutA(list, CB_SETCURSEL, WPARAM(row), 0, SMTO_NORMAL, 60000, &ignored);
+            SendOrBox(dialog, GetParent(list), WM_COMMAND, MAKEWPARAM(id, CBN_SELENDOK), LPARAM(list));
+            return "";
+        }
         SendMessageTimeoutA(list, LB_SETCURSEL, WPARAM(row), 0, SMTO_NORMAL, 60000, &ignored);
         SendOrBox(dialog, GetParent(list), WM_COMMAND, MAKEWPARAM(id, verb == "select" ? LBN_SELCHANGE : LBN_DBLCLK),
                   LPARAM(list));
@@ -665,11 +699,14 @@ std::string Run(HWND dialog, const std::string& line) {
             LastPreview = hash;
             HavePreview = true;
         }
-    } else if (verb == "shot") {
+    } else if (verb == "shot" || verb == "shot-now") {
+        // shot-now takes the screen as it is, mid-animation.
         std::string path;
-        if (!(in >> path)) return "shot needs a file";
-        Settle(dialog);
-        Sleep(300);
+        if (!(in >> path)) return verb + " needs a file";
+        if (verb == "shot") {
+            Settle(dialog);
+            Sleep(300);
+        }
         if (!Shot(dialog, path)) return "cannot write " + path;
     } else if (verb == "size") {
         int w = 0, h = 0;
@@ -696,6 +733,11 @@ std::string Run(HWND dialog, const std::string& line) {
     } else if (verb == "repaint") {
         InvalidateRect(GetDlgItem(dialog, IDC_PREVIEW), nullptr, FALSE);
         Settle(dialog);
+    } else if (verb == "pause") {
+        // Lets a control's own timer run: a slide, an animation.
+        int ms = 0;
+        if (!(in >> ms) || ms < 0 || ms > 10000) return "pause needs milliseconds up to 10000";
+        Sleep(DWORD(ms));
     } else if (verb == "ok" || verb == "cancel") {
         ClickEndButton(dialog, verb == "ok" ? IDD_OK : IDD_CANCEL);
     } else {

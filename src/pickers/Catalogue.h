@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,16 @@ struct Catalogue {
 extern int32_t RowsPerPage;       // starts at 3
 extern int32_t SetFilterIndex;    // selected row of the set combo
 extern int32_t EffectFilterIndex; // selected row of the effect or category combo
+
+// Where the list's alert hangs (the main dialog's window); null for none.
+extern void* CatalogueAlertOwner;
+
+inline constexpr size_t kTextureHeaderBytes = 52;
+// The set id, extra word and effect mask of a texture file's first `size` bytes; zeros
+// unless they are a whole header of the current form.
+void ReadTextureHeader(const uint8_t* bytes, size_t size, TextureEntry& entry);
+// A colour preset's categories from its category line, split at "|"; none without one.
+void ReadPresetCategories(std::FILE* file, TextureEntry& entry);
 
 // Builds AllEntries from `folder` (texture files, or colour presets in colour mode with
 // "Reset Colors" as row 0). False when nothing was found or no memory was had.

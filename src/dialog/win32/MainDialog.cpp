@@ -27,7 +27,13 @@
 #include "host/RunFilter.h"
 #include "host/Session.h"
 #include "online/UpdateCheck.h"
+#include "pickers/win32/Drawers.h"
 #include "online/UpdateState.h"
+#include "pickers/win32/Filmstrip.h"
+#include "platform/Clock.h"
+#include "platform/Sound.h"
+#include "presets/PresetFormat.h"
+#include "presets/RandomEffects.h"
 #include "presets/UiSettings.h"
 #include "resources/ArtIds.h"
 #include "state/Progress.h"
@@ -59,9 +65,11 @@ ZoomButtons Zoom;
 HBITMAP HeaderBitmaps[2] = {}; // 213 left, 215 right
 
 // The preview keeps a pointer in its window bytes, more than the family's four: it
-// registers its own class. The strip and the drawers come with their pages.
+// registers its own class. The strip's class registers with the family.
 void RegisterClasses() {
-    RegisterControlClasses(Module);
+    OtherControlClasses others;
+    others.strip = FilmstripProc;
+    RegisterControlClasses(Module, others);
     RegisterPreviewClass(Module);
 }
 
@@ -192,6 +200,7 @@ void ApplyLayout(HWND dialog, int32_t w, int32_t h) {
     PlaceNavigatorResets(d.resets);
     Place(dialog, IDC_PREVIEW, d.preview);
     SetPercentLabel(dialog);
+    PlaceDrawers(dialog, PreviewFrame.left - 9, h - 89);
 }
 
 void MakeTabs(HWND dialog) {
@@ -236,10 +245,6 @@ RECT WindowPlace() {
     return r;
 }
 
-// The drawers and their thumbnails have windows of their own, made
-// at these points of the opening once they exist.
-void SetUpThumbnails() {}
-void MakeDrawers(HWND) {}
 // A Ctrl + drag moved the active tab's layer: the page's offset links follow here once
 // the pages have them.
 void SyncMovedLayerLinks(HWND) {}
@@ -293,6 +298,7 @@ void InitDialog(HWND dialog) {
     CheckResultOptions(dialog);
     EnableResultOptions(dialog);
     MakeTabs(dialog);
+    ListFilmstripPresets(PresetPalette);
     ShowResultOptions(dialog, ActiveTab);
     PlaceHeaderButtons(dialog);
 
@@ -316,7 +322,6 @@ void InitDialog(HWND dialog) {
     SkinZoomButtons(dialog, Module);
     SetZoomButtons(dialog);
     SetPercentLabel(dialog);
-    SetUpThumbnails();
 
     if (!ResultIsSet()) {
         AcquirePreview();
@@ -331,15 +336,17 @@ void InitDialog(HWND dialog) {
     PlaceAboutButton(dialog, NewVersionKnown);
     SavedParams = *gParams;
     LastUsedParams = *gParams;
-    MakeDrawers(dialog);
+    CreateDrawers(dialog);
     if (TabRecord* t = Tabs(dialog)) SelectTab(dialog, *t);
     ShowNavigatorFor(ActiveTab);
 }
 
 void Destroy(HWND dialog) {
     DialogOpen = false;
+    DestroyDrawers();
     ForgetNavigator();
     ForgetPages();
+    DestroyFilmstrip();
     for (int id = QZ_HOTKEY_ZOOM_UP; id <= QZ_HOTKEY_ACTUAL; ++id) UnregisterHotKey(dialog, id);
     for (HBITMAP& b : HeaderBitmaps) {
         if (b) DeleteObject(b);
@@ -391,6 +398,21 @@ bool FocusInEdit() {
     return focus && GetClassNameA(focus, name, sizeof name) && lstrcmpiA(name, "Edit") == 0;
 }
 
+// The Auto button's click, from the module's WAVE resource; it plays on while the
+// random look renders.
+void PlayAutoSound() {
+    HRSRC found = FindResourceA(Module, MAKEINTRESOURCEA(art::kAutoSound), "WAVE");
+    HGLOBAL loaded = found ? LoadResource(Module, found) : nullptr;
+    const void* wave = loaded ? LockResource(loaded) : nullptr;
+    if (wave) PlayWaveAsync(wave, SizeofResource(Module, found));
+}
+
+void Auto(HWND dialog) {
+    if (UseSoundForAuto) PlayAutoSound();
+    RandomizeEffects(DrawerRandomSources(), CurrentTimeSeconds());
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_PARAMS_CHANGED, 0), 0);
+}
+
 void RenewPreviewBuffers() {
     FreeWashMaskWork();
     PrepareLayerTexture(SurfaceLayers[0]);
@@ -413,7 +435,8 @@ void Command(HWND dialog, int id, int code) {
     PreviewControl* c = Preview(dialog);
     switch (id) {
     case IDD_OK:
-        if (code != 0) return;
+        // Enter and Esc still reach a disabled OK and Cancel: a drawer's own buttons answer.
+        if (code != 0 || DrawerOpen) return;
         if (FocusInEdit()) {
             PostMessageA(GetParent(GetFocus()), WM_NEXTDLGCTL, 0, 0);
             return;
@@ -421,7 +444,7 @@ void Command(HWND dialog, int id, int code) {
         EndDialog(dialog, 1);
         return;
     case IDD_CANCEL:
-        if (code != 0) return;
+        if (code != 0 || DrawerOpen) return;
         if (FocusInEdit()) {
             HWND edit = GetFocus();
             SendMessageA(GetParent(edit), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(edit), QZ_EDIT_RESTORE), LPARAM(edit));
@@ -487,8 +510,9 @@ void Command(HWND dialog, int id, int code) {
         InvalidateRect(Item(dialog, IDC_ALL_PRESETS), nullptr, FALSE);
         return;
     case IDC_ABOUT: ShowAbout(dialog); return;
-    // Auto opens what later comes with it.
-    case IDC_AUTO: return;
+    case IDC_TEXTURE_DRAWER:
+    case IDC_TONE_DRAWER: DrawerCommand(dialog, id, code); return;
+    case IDC_AUTO: Auto(dialog); return;
     default: return;
     }
 }
@@ -562,13 +586,15 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
         return TRUE;
     }
     case WM_COMMAND: Command(dialog, LOWORD(wparam), HIWORD(wparam)); return TRUE;
-    // F1: the page of the tab in view. A drawer asks for its own page once drawers exist.
-    case WM_HELP: OpenHelpPage(HelpPageOfTab(ActiveTab)); return TRUE;
+    // F1: the open drawer's page, else the page of the tab in view.
+    case WM_HELP: OpenHelpPage(DrawerOpen ? kHelpPageDrawer : HelpPageOfTab(ActiveTab)); return TRUE;
     default: return FALSE;
     }
 }
 
 } // namespace
+
+const ShadowWeights& DialogCornerWeights() { return CornerWeights; }
 
 extern "C" __declspec(dllexport) INT_PTR CALLBACK
     DissolveProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {

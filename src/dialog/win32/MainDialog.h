@@ -3,6 +3,7 @@
 
 #include "controls/win32/Fonts.h" // ScreenDpi
 #include "dialog/DialogLayout.h"
+#include "dialog/FramePainters.h"
 #include "state/Parameters.h"
 
 #include <windows.h>
@@ -13,6 +14,8 @@ extern float DpiScale;
 extern int32_t HeaderMiddleWidth;
 extern LayoutRect PreviewFrame, TabBandTop, TabBandBottom;
 extern uint8_t DrawerOpen;
+// The corner weights the dialog read at its start; the drawers round their corners by them.
+const ShadowWeights& DialogCornerWeights();
 
 // What the tab control needs; kept in the dialog's user data slot.
 struct TabRecord {

@@ -15,6 +15,8 @@
 #include "effects/LinkSync.h"
 #include "effects/WashMask.h"
 #include "host/Session.h"
+#include "pickers/win32/Drawers.h"
+#include "pickers/win32/Filmstrip.h"
 #include "platform/CRandom.h"
 #include "resources/ArtIds.h"
 #include "state/Parameters.h"
@@ -749,9 +751,25 @@ void Seed(HWND page, int32_t value) {
     Render(page);
 }
 
+// The Choose buttons; their ids mean other controls on other pages.
+bool OpensDrawer(HWND page, int32_t id) {
+    switch (id) {
+    case IDC_WASH_CHOOSE: return page == Pages[TabWash];
+    case IDC_SURF_CHOOSE:
+    case IDC_SURF_TONES_CHOOSE: return page == Pages[TabSurface];
+    case IDC_BACK_CHOOSE:
+    case IDC_BACK_TONES_CHOOSE: return page == Pages[TabBackground];
+    default: return false;
+    }
+}
+
 void Command(HWND page, int32_t id, int32_t code, HWND from) {
     FilterParameters& p = P();
     if (PresetListCommand(page, id, code)) return;
+    if (code == BN_CLICKED && OpensDrawer(page, id)) {
+        OpenDrawerFor(GetParent(page), id);
+        return;
+    }
     // Shared ids first: they act alike on whichever page sends them.
     if (id == IDC_SURF_LIGHT_ALPHA || id == IDC_SURF_LIGHT_BETA) {
         if (IsDone(code) || code == QZ_EDIT_RESTORE) LightEdit(page, id, code);
@@ -926,6 +944,7 @@ void SetUpPage(HWND page, int32_t tab) {
         for (int i = 0; i < 3; ++i) BackgroundSwatches[i] = FindControl<TColorSwatch>(GetDlgItem(page, swatches[i]));
         ShowWindow(GetDlgItem(page, IDC_BACK_SAVE_COLORS), SW_HIDE);
         SkinButtons(tab, page, IDC_BACK_ROTATE_CW, IDC_BACK_ROTATE_CCW, IDC_BACK_LINK);
+        AttachFilmstrip(GetDlgItem(page, IDC_BACK_STRIP));
     }
     for (const Tip& tip : Tips)
         if (tip.tab == tab)
