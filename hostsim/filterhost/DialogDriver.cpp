@@ -733,6 +733,11 @@ std::string Run(HWND dialog, const std::string& line) {
     } else if (verb == "repaint") {
         InvalidateRect(GetDlgItem(dialog, IDC_PREVIEW), nullptr, FALSE);
         Settle(dialog);
+    } else if (verb == "pause") {
+        // Lets a control's own timer run: a slide, an animation.
+        int ms = 0;
+        if (!(in >> ms) || ms < 0 || ms > 10000) return "pause needs milliseconds up to 10000";
+        Sleep(DWORD(ms));
     } else if (verb == "ok" || verb == "cancel") {
         ClickEndButton(dialog, verb == "ok" ? IDD_OK : IDD_CANCEL);
     } else {

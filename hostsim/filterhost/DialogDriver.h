@@ -7,7 +7,7 @@
 //   answer yes|no|cancel|ok | expect KEY=VALUE | expect-enabled ID 0|1 | expect-text ID TEXT
 //   expect-tip ID TEXT | expect-checked ID 0|1 | expect-shown ID 0|1
 //   wait-render | preview FILE.png | expect-preview same|changed | shot FILE.png | shot-now FILE.png
-//   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | ok | cancel (clicks: focus first)
+//   size W H | maximize | send MSG [WPARAM [LPARAM]] | repaint | pause MS | ok | cancel (clicks: focus first)
 //   box command ID [CODE] | box expect-text ID TEXT | box expect-client W H | box shot FILE.png
 //   box key KEYS | box click ID | box expect-checked ID 0|1 | box expect-shown ID 0|1
 //   box expect-enabled ID 0|1 | box type ID TEXT | box expect-title TEXT
@@ -16,7 +16,8 @@
 // select on a drop-down list tells its owner CBN_SELENDOK; shot-now does not wait for
 // the dialog to settle (a drawer's slide); drag points are
 // preview pixels. size ends as a user's sizing does; maximize sizes the window to the
-// work area; send hands the dialog a raw message; repaint has the preview painted again.
+// work area; send hands the dialog a raw message; repaint has the preview painted again;
+// pause waits while the dialog's timers run.
 // page-command goes to the shown page rather than the dialog, drawer-command to the open drawer; click-at clicks a
 // point of the control's client area; expect-tip reads its tooltip; expect-checked reads a button's check and
 // expect-shown whether a control is visible. box plays its line on the box that is up over the dialog (the About box, a

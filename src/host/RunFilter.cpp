@@ -198,7 +198,8 @@ void Render(int32_t view) {
     p.PendingSurfacePass = 0;
 
     WriteBack();
-    ReportProgress(float(ProgressPercent), 0);
+    // The first pass of a thumbnail batch leaves the drawer's bar standing for the second.
+    if (ThumbnailBatch != 1) ReportProgress(float(ProgressPercent), 0);
     ProgressPercent = 0;
 
     if (KeepWashArea) {

@@ -4,6 +4,7 @@
 
 int32_t ProgressPercent = 0;
 int32_t ProgressSpan = 0;
+int32_t ThumbnailBatch = 0;
 void (*HostProgressBar)(int32_t done, int32_t total) = nullptr;
 void (*DialogProgressBar)(int32_t done, int32_t total) = nullptr;
 
@@ -11,8 +12,12 @@ void ReportProgress(float done, float total) {
     int32_t d = int32_t(done);
     const int32_t t = int32_t(total);
     if (d < 0) d = 0;
-    void (*bar)(int32_t, int32_t) = DialogOpen ? DialogProgressBar : HostProgressBar;
-    if (bar) bar(d, t);
+    if (!DialogOpen) {
+        if (HostProgressBar) HostProgressBar(d, t);
+    } else if (DialogProgressBar) {
+        if (ThumbnailBatch > 0) DialogProgressBar((ThumbnailBatch - 1) * t + d, 2 * t);
+        else DialogProgressBar(d, t);
+    }
 }
 
 void ReportStageProgress(int64_t done, int64_t total) {

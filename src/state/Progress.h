@@ -8,8 +8,13 @@
 extern int32_t ProgressPercent;
 extern int32_t ProgressSpan;
 
+// Renders of a drawer's live thumbnails running as one batch: 0 for none, else which of
+// its two passes (1 or 2) is under way. The drawer's bar then shows both passes as one.
+extern int32_t ThumbnailBatch;
+
 // done and total are truncated; a negative done becomes 0. In a final run they go to
-// HostProgressBar; while the dialog is open, to whatever bar the dialog has installed.
+// HostProgressBar; while the dialog is open, to whatever bar the dialog has installed,
+// during a thumbnail batch as ((ThumbnailBatch - 1) * total + done) of 2 * total.
 void ReportProgress(float done, float total);
 
 // The current stage's part: ProgressPercent + ProgressSpan * done / total, of 100.

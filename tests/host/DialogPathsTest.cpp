@@ -2,18 +2,21 @@
 // Original view and the CMYK picture the preview shows as RGB, and the CMYK preview's
 // acquisition from the full-resolution layer.
 #include "hostsim/ColorSpace.h"
+#include "effects/EffectLayer.h"
 #include "host/Acquisition.h"
 #include "host/ChannelAccess.h"
 #include "host/RunFilter.h"
 #include "host/Session.h"
 #include "state/DialogState.h"
 #include "state/Parameters.h"
+#include "state/Progress.h"
 #include "state/ViewState.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -115,4 +118,39 @@ TEST(DialogPaths, CmykPreviewTakesTheLayerAtThePreviewScale) {
             EXPECT_EQ(0, std::memcmp(s, ToRgb(cmyk).data(), 3)) << x << "," << y;
             EXPECT_EQ(s[3], run.in[(size_t(y) * 3 + x) * 5 + 4]) << "alpha from the proxy's fifth plane";
         }
+}
+
+namespace {
+std::vector<std::pair<int32_t, int32_t>> gBarCalls;
+void RecordBar(int32_t done, int32_t total) { gBarCalls.emplace_back(done, total); }
+} // namespace
+
+// A drawer's thumbnails render in two passes on one bar: the first takes its lower half
+// and leaves it standing, the second its upper half and then empties it.
+TEST(DialogPaths, ThumbnailBatchSharesTheBar) {
+    OpenDialogRun run(6, 4, 3, plugInModeRGBColor, ViewCodeComposite);
+    for (char* name : {run.params.WashFileName1, run.params.SurfaceFileName1, run.params.BackgroundFileName})
+        std::strcpy(name, "No_Texture.qzt");
+    PreviewScale = 1.0;
+    PreviewOriginX = PreviewOriginY = 0.0;
+    AcquireSource();
+    CreateEngine();
+    DialogProgressBar = RecordBar;
+    for (int32_t batch : {0, 1, 2}) {
+        gBarCalls.clear();
+        ThumbnailBatch = batch;
+        RunFilter();
+        ASSERT_FALSE(gBarCalls.empty());
+        const std::pair<int32_t, int32_t> last = gBarCalls.back();
+        EXPECT_EQ(last.second == 0, batch != 1) << batch;
+        for (size_t i = 0; i + 1 < gBarCalls.size(); ++i) {
+            const auto [done, total] = gBarCalls[i];
+            EXPECT_EQ(total, batch ? 200 : 100) << batch;
+            EXPECT_GE(done, batch == 2 ? 100 : 0) << batch;
+            EXPECT_LE(done, batch == 1 ? 100 : total) << batch;
+        }
+    }
+    ThumbnailBatch = 0;
+    DialogProgressBar = nullptr;
+    DestroyEngine();
 }

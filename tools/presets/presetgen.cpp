@@ -277,14 +277,23 @@ int main(int argc, char** argv) {
         gRecord.SurfaceShadowColor = c.shadow;
         Save(out / "Colors", c.name, WithCategories(WriteKind(PresetSurfaceColors), c.categories));
     }
-    // Palettes for the background strip: the colour looks again, darker in the shadows.
+    // The background strip's presets: each a background texture with a palette of the
+    // colour looks, darker in the shadows. Amounts stay at 100: the strip's pictures take
+    // whole hundreds only. "none" is the strip's first tile, no background at all.
     for (size_t i = 0; i < 16; ++i) {
         const ColorLook& c = kColors[(i * 7) % std::size(kColors)];
         ResetAllParameters();
+        ApplyBackground(kBackgrounds[(i * 5 + 3) % nb]);
+        gRecord.BackgroundHighlight = gRecord.BackgroundMidtone = gRecord.BackgroundShadow = 100;
+        gRecord.BackgroundHue = 0;
         gRecord.BackgroundHighlightColor = c.hi;
         gRecord.BackgroundMidtoneColor = c.mid;
         gRecord.BackgroundShadowColor = (c.shadow >> 1) & 0x007F7F7F;
-        Save(out / "BackPalette", std::string(c.name) + "_Palette", WriteKind(PresetPalette));
+        Save(out / "BackPalette", std::string(c.name) + "_Palette", WriteKind(PresetBackground));
     }
+    ResetAllParameters();
+    gRecord.UseBackground = 0;
+    SetName(gRecord.BackgroundFileName, kNoTextureName);
+    Save(out / "BackPalette", "none", WriteKind(PresetBackground));
     return 0;
 }

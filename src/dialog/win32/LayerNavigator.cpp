@@ -51,6 +51,12 @@ template <class Each> void ForEachButton(Each each) {
     for (const NavigatorDelete& d : kNavigatorDeletes) each(d.id);
 }
 
+// A random look replaces everything: every group made anew.
+void RebuildAllLayers() {
+    KeepWashLayers = KeepSurfaceLayers = KeepBackgroundLayer = false;
+    RebuildLayers();
+}
+
 bool IsReset(int32_t id) { return id >= NavResetAll && id <= NavResetBackground; }
 
 void ResetByTab(HWND dialog) {
@@ -105,12 +111,14 @@ void BuildNavigator(HWND dialog) {
         if (bar && LinkFont) SendMessageA(bar, WM_SETFONT, WPARAM(LinkFont), FALSE);
     }
     PresetHooks.ReconcileNavigator = ReconcileNavigator;
+    PresetHooks.RebuildAllLayers = RebuildAllLayers;
     if (!PresetHooks.RefreshCurrentPage) PresetHooks.RefreshCurrentPage = RefreshPage;
 }
 
 void ForgetNavigator() {
     Dialog = nullptr;
     if (PresetHooks.ReconcileNavigator == ReconcileNavigator) PresetHooks.ReconcileNavigator = nullptr;
+    if (PresetHooks.RebuildAllLayers == RebuildAllLayers) PresetHooks.RebuildAllLayers = nullptr;
     if (PresetHooks.RefreshCurrentPage == RefreshPage) PresetHooks.RefreshCurrentPage = nullptr;
 }
 

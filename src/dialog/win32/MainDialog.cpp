@@ -29,6 +29,11 @@
 #include "online/UpdateCheck.h"
 #include "pickers/win32/Drawers.h"
 #include "online/UpdateState.h"
+#include "pickers/win32/Filmstrip.h"
+#include "platform/Clock.h"
+#include "platform/Sound.h"
+#include "presets/PresetFormat.h"
+#include "presets/RandomEffects.h"
 #include "presets/UiSettings.h"
 #include "resources/ArtIds.h"
 #include "state/Progress.h"
@@ -60,9 +65,11 @@ ZoomButtons Zoom;
 HBITMAP HeaderBitmaps[2] = {}; // 213 left, 215 right
 
 // The preview keeps a pointer in its window bytes, more than the family's four: it
-// registers its own class. The strip and the drawers come with their pages.
+// registers its own class. The strip's class registers with the family.
 void RegisterClasses() {
-    RegisterControlClasses(Module);
+    OtherControlClasses others;
+    others.strip = FilmstripProc;
+    RegisterControlClasses(Module, others);
     RegisterPreviewClass(Module);
 }
 
@@ -291,6 +298,7 @@ void InitDialog(HWND dialog) {
     CheckResultOptions(dialog);
     EnableResultOptions(dialog);
     MakeTabs(dialog);
+    ListFilmstripPresets(PresetPalette);
     ShowResultOptions(dialog, ActiveTab);
     PlaceHeaderButtons(dialog);
 
@@ -338,6 +346,7 @@ void Destroy(HWND dialog) {
     DestroyDrawers();
     ForgetNavigator();
     ForgetPages();
+    DestroyFilmstrip();
     for (int id = QZ_HOTKEY_ZOOM_UP; id <= QZ_HOTKEY_ACTUAL; ++id) UnregisterHotKey(dialog, id);
     for (HBITMAP& b : HeaderBitmaps) {
         if (b) DeleteObject(b);
@@ -387,6 +396,21 @@ bool FocusInEdit() {
     char name[16] = {};
     HWND focus = GetFocus();
     return focus && GetClassNameA(focus, name, sizeof name) && lstrcmpiA(name, "Edit") == 0;
+}
+
+// The Auto button's click, from the module's WAVE resource; it plays on while the
+// random look renders.
+void PlayAutoSound() {
+    HRSRC found = FindResourceA(Module, MAKEINTRESOURCEA(art::kAutoSound), "WAVE");
+    HGLOBAL loaded = found ? LoadResource(Module, found) : nullptr;
+    const void* wave = loaded ? LockResource(loaded) : nullptr;
+    if (wave) PlayWaveAsync(wave, SizeofResource(Module, found));
+}
+
+void Auto(HWND dialog) {
+    if (UseSoundForAuto) PlayAutoSound();
+    RandomizeEffects(DrawerRandomSources(), CurrentTimeSeconds());
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_PARAMS_CHANGED, 0), 0);
 }
 
 void RenewPreviewBuffers() {
@@ -487,8 +511,7 @@ void Command(HWND dialog, int id, int code) {
     case IDC_ABOUT: ShowAbout(dialog); return;
     case IDC_TEXTURE_DRAWER:
     case IDC_TONE_DRAWER: DrawerCommand(dialog, id, code); return;
-    // Auto opens what later comes with it.
-    case IDC_AUTO: return;
+    case IDC_AUTO: Auto(dialog); return;
     default: return;
     }
 }

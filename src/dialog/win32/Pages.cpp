@@ -16,6 +16,7 @@
 #include "effects/WashMask.h"
 #include "host/Session.h"
 #include "pickers/win32/Drawers.h"
+#include "pickers/win32/Filmstrip.h"
 #include "platform/CRandom.h"
 #include "resources/ArtIds.h"
 #include "state/Parameters.h"
@@ -943,6 +944,7 @@ void SetUpPage(HWND page, int32_t tab) {
         for (int i = 0; i < 3; ++i) BackgroundSwatches[i] = FindControl<TColorSwatch>(GetDlgItem(page, swatches[i]));
         ShowWindow(GetDlgItem(page, IDC_BACK_SAVE_COLORS), SW_HIDE);
         SkinButtons(tab, page, IDC_BACK_ROTATE_CW, IDC_BACK_ROTATE_CCW, IDC_BACK_LINK);
+        AttachFilmstrip(GetDlgItem(page, IDC_BACK_STRIP));
     }
     for (const Tip& tip : Tips)
         if (tip.tab == tab)
