@@ -22,8 +22,10 @@ LayoutBox TileBox(int32_t index) {
 }
 
 FilterRow PlaceFilterRow(bool colourMode) {
-    if (colourMode) return {{}, {}, {19, 60, 45, 12}, {69, 56, 280, 440}};
-    return {{7, 60, 60, 12}, {72, 56, 120, 250}, {197, 60, 35, 12}, {237, 56, 125, 350}};
+    // The labels are wider than their texts need in the small font: each reaches further
+    // left, its right edge where it was, so that the right-aligned text is not cut.
+    if (colourMode) return {{}, {}, {0, 60, 64, 12}, {69, 56, 280, 440}};
+    return {{0, 60, 67, 12}, {72, 56, 120, 250}, {197, 60, 35, 12}, {237, 56, 125, 350}};
 }
 
 SlideTick AdvanceSlide(uint8_t state, float& percent, int32_t left, int32_t width) {

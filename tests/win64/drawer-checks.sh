@@ -6,7 +6,7 @@
 #   paging, both filters, Live Preview; pages timed;
 # - a tile tried in the preview, then Cancel: the preview as before, byte for byte;
 # - a tile, then Select, then OK: equal to the headless repeat and the played keys;
-# - the tones drawer refuses its separator rows;
+# - the tones drawer refuses its separator rows; F1 in it opens the picker's help page;
 # - both drawers open at 96 and 120 dpi, to look at.
 source "$(dirname "$0")/driven-setup.sh" "$@"
 set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
@@ -34,26 +34,29 @@ textures=$(find "$data" -maxdepth 1 -name '*.qzt' | wc -l)
 
 # The texture drawer: slide, drawer mode, pages, filters, Live Preview, a try and Cancel.
 cat >"$out/browse.txt" <<SCRIPT
+size 1000 860
+wait-render
 tab 1
 wait-render
 preview $out/before.png
 expect-shown 1177 0
-click 1077
+page-command 1077
 shot-now $out/slide-1.png
 shot-now $out/slide-2.png
 shot $out/open.png
 expect-shown 1177 1
+expect-shown 114 1
 expect-enabled 999 0
 expect-enabled 1126 0
-expect-enabled 1129 0
+timed drawer-command 1004
+timed drawer-command 1004
+timed drawer-command 1004
+drawer-command 1004
 expect-shown 1004 0
 expect-shown 1003 1
+shot $out/page-1.png
 timed drawer-command 1003
-shot $out/page-2.png
-expect-shown 1004 1
 timed drawer-command 1004
-timed drawer-command 1003
-drawer-command 1004
 select 1110 1
 expect-shown 100 1
 expect-shown 101 1
@@ -77,6 +80,7 @@ wait-render
 expect-preview changed
 click 2
 wait-render
+pause 800
 expect-preview same
 expect-shown 1177 0
 expect-enabled 999 1
@@ -102,6 +106,7 @@ wait-render
 expect-preview changed
 click 1
 wait-render
+pause 800
 expect-shown 1177 0
 expect-enabled 1 1
 ok
@@ -116,6 +121,8 @@ wait-render
 click 1200
 wait-render
 expect-shown 1178 1
+key F1
+wait-render
 expect-text 1111 All Categories
 select 1111 10
 expect-text 1111 All Categories
@@ -129,12 +136,14 @@ click 101
 wait-render
 click 2
 wait-render
+pause 800
 expect-shown 1178 0
 cancel
 SCRIPT
 status=0
-run tones --in "$out/in.pam" --out "$out/tones.pam" || status=$?
+run tones --in "$out/in.pam" --out "$out/tones.pam" --opened "$out/tones-opened.log" || status=$?
 cancelled "$status" tones || fail "the tones run: status $status, $(cat "$out/tones.log")"
+grep -q 'texture_picker\.html$' "$out/tones-opened.log" || fail "F1 in a drawer opened $(cat "$out/tones-opened.log")"
 
 # Both drawers at 96 and 120 dpi.
 for dpi in 96 120; do
@@ -146,12 +155,14 @@ click 1077
 shot $out/textures-${dpi}dpi.png
 click 2
 wait-render
+pause 800
 tab 2
 wait-render
 click 1402
 shot $out/tones-${dpi}dpi.png
 click 2
 wait-render
+pause 800
 cancel
 SCRIPT
   status=0

@@ -435,8 +435,7 @@ void Command(HWND dialog, int id, int code) {
     PreviewControl* c = Preview(dialog);
     switch (id) {
     case IDD_OK:
-        // Enter and Esc still reach a disabled OK and Cancel: a drawer's own buttons answer.
-        if (code != 0 || DrawerOpen) return;
+        if (code != 0) return;
         if (FocusInEdit()) {
             PostMessageA(GetParent(GetFocus()), WM_NEXTDLGCTL, 0, 0);
             return;
@@ -444,7 +443,7 @@ void Command(HWND dialog, int id, int code) {
         EndDialog(dialog, 1);
         return;
     case IDD_CANCEL:
-        if (code != 0 || DrawerOpen) return;
+        if (code != 0) return;
         if (FocusInEdit()) {
             HWND edit = GetFocus();
             SendMessageA(GetParent(edit), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(edit), QZ_EDIT_RESTORE), LPARAM(edit));

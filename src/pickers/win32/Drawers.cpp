@@ -8,6 +8,7 @@
 #include "dialog/win32/Pages.h"
 #include "effects/EffectLayer.h"
 #include "effects/LayerTexture.h"
+#include "host/ChannelAccess.h"
 #include "pickers/DrawerLayout.h"
 #include "pickers/Thumbnails.h"
 #include "pickers/win32/DrawerPicker.h"
@@ -253,6 +254,8 @@ void CreateDrawers(HWND dialog) {
     SetFilterIndex = EffectFilterIndex = 0;
     CatalogueAlertOwner = dialog;
     ThumbProgressBar = Dlg(dialog, IDC_PROGRESS);
+    // What wash and surface tiles show through: the target layer as read at the opening.
+    if (LayerRaster) BuildDocumentThumb(*LayerRaster);
     RECT client{};
     GetClientRect(dialog, &client);
     const RECT area = DrawerArea(client.bottom);
