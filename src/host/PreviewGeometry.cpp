@@ -1,4 +1,5 @@
 #include "host/PreviewGeometry.h"
+#include "host/Selection.h"
 
 #include "effects/EffectLayer.h"
 #include "effects/LayerTexture.h"
@@ -75,6 +76,7 @@ OSErr SetPreviewGeometry(PreviewPan& control) {
     gFilterRecord->maskPadding = gFilterRecord->inputPadding;
     const OSErr error = gFilterRecord->advanceState();
     SetResult(error);
+    if (error == noErr) BuildPreviewSelection();
     return error;
 }
 

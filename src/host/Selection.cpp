@@ -35,3 +35,11 @@ void BuildSelectionMask() {
         }
     }
 }
+
+void BuildPreviewSelection() {
+    if (!gFilterRecord->inData) return;
+    HaveMask = gFilterRecord->haveMask != 0 && gFilterRecord->maskData;
+    HostMaskRowBytes = gFilterRecord->maskRowBytes;
+    HostMaskData = static_cast<const uint8_t*>(gFilterRecord->maskData);
+    BuildSelectionMask();
+}

@@ -5,3 +5,6 @@
 #include "state/WorkImages.h"
 
 void BuildSelectionMask();
+// After a preview fetch: the host's mask as it now stands, then the pair for the proxy,
+// which the drawers' live tiles crop.
+void BuildPreviewSelection();

@@ -343,6 +343,7 @@ void InitDialog(HWND dialog) {
 
 void Destroy(HWND dialog) {
     DialogOpen = false;
+    FreeSelectionMask(); // the last preview's pair
     DestroyDrawers();
     ForgetNavigator();
     ForgetPages();
