@@ -28,6 +28,8 @@ std::string Failure;
 DWORD HostThread = 0;
 DriverHost Served;
 uint64_t LastPreview = 0;
+uint64_t LastPicture = 0; // of a control, as the screen shows it
+bool HavePicture = false;
 bool HavePreview = false;
 // Messages still being served when a box came up; they end once it is answered.
 struct PendingSend {
@@ -698,6 +700,27 @@ std::string Run(HWND dialog, const std::string& line) {
             std::fflush(stdout);
             LastPreview = hash;
             HavePreview = true;
+        }
+    } else if (verb == "picture" || verb == "expect-picture") {
+        int which = 0;
+        std::string arg;
+        if (!(in >> which) || (verb == "expect-picture" && !(in >> arg))) return verb + " needs an id";
+        HWND control = Control(dialog, which);
+        if (!control) return "no control " + std::to_string(which);
+        Settle(dialog);
+        RECT r{};
+        GetWindowRect(control, &r);
+        hostsim::PamImage picture;
+        if (!hostsim::CaptureScreen(r, picture)) return "cannot take " + std::to_string(which) + " from the screen";
+        const uint64_t hash = Hash(picture);
+        if (verb == "picture") {
+            LastPicture = hash;
+            HavePicture = true;
+        } else if (!HavePicture) {
+            return "no picture taken before";
+        } else if (arg == "same" ? hash != LastPicture : arg == "changed" ? hash == LastPicture : true) {
+            return arg == "same" || arg == "changed" ? std::to_string(which) + " is not " + arg
+                                                     : "expect-picture needs same or changed";
         }
     } else if (verb == "shot" || verb == "shot-now") {
         // shot-now takes the screen as it is, mid-animation.

@@ -12,6 +12,7 @@
 //   box key KEYS | box click ID | box expect-checked ID 0|1 | box expect-shown ID 0|1
 //   box expect-enabled ID 0|1 | box type ID TEXT | box expect-title TEXT
 //   select ID ROW | dblclick ID ROW | expect-rows ID N | expect-row ID ROW TEXT | timed LINE
+//   picture ID | expect-picture ID same|changed
 // Ids are sought in an open drawer (its tiles too), then the tab's page, then the dialog;
 // select on a drop-down list tells its owner CBN_SELENDOK; shot-now does not wait for
 // the dialog to settle (a drawer's slide); drag points are
@@ -23,7 +24,8 @@
 // expect-shown whether a control is visible. box plays its line on the box that is up over the dialog (the About box, a
 // message box whose text has id 65535, a name box); the dialog the driver waits for may also be an About box alone,
 // from the host's About command. preview writes the host's output buffer and prints "preview FILE HASH"; expect-preview
-// compares with the last one. KEYS is a key name (ESC, ENTER, TAB, F1, A, 0...) with
+// compares with the last one; picture and expect-picture do the same with a control as the screen
+// shows it. KEYS is a key name (ESC, ENTER, TAB, F1, A, 0...) with
 // CTRL+, SHIFT+ or ALT+ before it. select and dblclick set a list's row and tell its owner
 // as a click does; timed runs its line and prints "timed MS LINE". Expected texts read
 // \t, \n and \\ as a TAB, a new line and a backslash. Blank lines and lines starting with
