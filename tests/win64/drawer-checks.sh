@@ -9,17 +9,10 @@
 # - the tones drawer refuses its separator rows; F1 in it opens the picker's help page;
 # - both drawers open at 96 and 120 dpi, to look at.
 source "$(dirname "$0")/driven-setup.sh" "$@"
-set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
-trap 'set_dpi 96' EXIT
 "$native/qz-testcard" "$out/in.pam" 900 700 RGB
 
-data=$(cd "$native/../data/Quenzit" && pwd)
-plug="$out/plug"
-mkdir -p "$plug/Quenzit"
-cp "$win/bin/Quenzit64.8bf" "$plug/"
-for f in "$data"/*; do
-  case $f in *.bmp) ;; *) ln -s "$f" "$plug/Quenzit/" ;; esac
-done
+module_copy
+ln -s "$data/Presets" "$plug/Quenzit/Presets"
 # Every run, the repeats of play too, on the module copy.
 host() { wine "$win/bin/filterhost.exe" --plugin "$plug/Quenzit64.8bf" "$@"; }
 run() { # run NAME [ARGS...]: the dialog driven by NAME.txt
@@ -68,13 +61,16 @@ select 1111 10
 shot $out/filter-fabrics.png
 select 1111 0
 expect-shown 1003 1
+picture 101
 click 1443
 wait-render
+expect-picture 101 changed
 shot $out/live.png
 timed drawer-command 1003
 timed drawer-command 1004
 click 1443
 wait-render
+expect-picture 101 same
 click 102
 wait-render
 expect-preview changed

@@ -12,6 +12,21 @@ rm -f "$win/bin/Quenzit.ini"
 [ -e "$win/bin/Quenzit" ] || ln -s "$native/../data/Quenzit" "$win/bin/Quenzit"
 wine() { "$here/../../tools/wine-run.sh" "$win/wineprefix" "$@"; }
 host() { wine "$win/bin/filterhost.exe" "$@"; }
+# set_dpi N: the screen's dpi for the runs that follow; 96 comes back when the check ends.
+set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
+trap 'set_dpi 96' EXIT
+# module_copy: a copy of the module in $plug with the data folder ($data) linked beside it,
+# all but its Presets tree (the check makes its own) and thumbnail caches (written there).
+module_copy() {
+  data=$(cd "$native/../data/Quenzit" && pwd)
+  plug="$out/plug"
+  mkdir -p "$plug/Quenzit"
+  cp "$win/bin/Quenzit64.8bf" "$plug/"
+  local f
+  for f in "$data"/*; do
+    case $(basename "$f") in Presets | *.bmp) ;; *) ln -s "$f" "$plug/Quenzit/" ;; esac
+  done
+}
 fail() {
   echo "$check: $*" >&2
   exit 1

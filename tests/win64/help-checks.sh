@@ -9,8 +9,6 @@
 # - the host's About command alone: the switch made there kept in the ini.
 source "$(dirname "$0")/driven-setup.sh" "$@"
 ini=$win/bin/Quenzit.ini
-set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
-trap 'set_dpi 96' EXIT
 "$native/qz-testcard" "$out/in.pam" 400 300 RGB
 # The module's help folder as wine names it.
 helpdir='Z:'$(printf '%s' "$win/bin/Quenzit/Help/" | tr / '\\')

@@ -8,8 +8,6 @@
 # - every OK against the repeat from the kept block and the recorded keys played;
 # - the dialog and the link buttons' faces at 96 and 120 dpi, to look at.
 source "$(dirname "$0")/driven-setup.sh" "$@"
-set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
-trap 'set_dpi 96' EXIT
 "$native/qz-testcard" "$out/in.pam" 600 450 RGB
 
 pair="WFN1=Rusted.qzt SFN1=Rusted.qzt BkFN=No_Texture.qzt W2Ex=false Sf2E=false WSc1=100 SSc1=60"

@@ -89,8 +89,6 @@ SCRIPT
 play reset-yes
 
 # The row in every state, at both dpi; the prefix goes back to 96 whatever happens.
-set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
-trap 'set_dpi 96' EXIT
 for dpi in 96 120; do
   set_dpi "$dpi"
   at=$dpi"dpi"

@@ -11,18 +11,12 @@
 #   the file at once, and stays off on a folder row; Cancel leaves the files so;
 # - the lists with folder rows at 96 and 120 dpi, to look at; timings, logged.
 source "$(dirname "$0")/driven-setup.sh" "$@"
-set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
-trap 'set_dpi 96' EXIT
 "$native/qz-testcard" "$out/in.pam" 900 700 RGB
 "$native/qz-testcard" "$out/big.pam" 6000 4000 RGB
 
 # The module with the shipped textures beside it, and a Presets tree made of shipped presets
 # (our own writer's) under names the checks know.
-data=$(cd "$native/../data/Quenzit" && pwd)
-plug="$out/plug"
-mkdir -p "$plug/Quenzit"
-cp "$win/bin/Quenzit64.8bf" "$plug/"
-for f in "$data"/*; do [ "$(basename "$f")" = Presets ] || ln -s "$f" "$plug/Quenzit/"; done
+module_copy
 presets="$plug/Quenzit/Presets"
 for kind in Basic Wash Surface Background User Colors BackPalette; do mkdir -p "$presets/$kind"; done
 cp "$data/Presets/Basic/Coffee_Table_on_Bark.qztpst" "$presets/Basic/Bark.qztpst"

@@ -9,15 +9,10 @@
 # - Auto plays its sound (logged, not heard), changes the look; OK equals the repeats;
 # - the strip at 96 and 120 dpi, to look at.
 source "$(dirname "$0")/driven-setup.sh" "$@"
-set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
-trap 'set_dpi 96' EXIT
 "$native/qz-testcard" "$out/in.pam" 600 400 RGB
 
-data=$(cd "$native/../data/Quenzit" && pwd)
-plug="$out/plug"
+module_copy
 mkdir -p "$plug/Quenzit/Presets"
-cp "$win/bin/Quenzit64.8bf" "$plug/"
-for f in "$data"/*; do [ "$(basename "$f")" = Presets ] || ln -s "$f" "$plug/Quenzit/"; done
 for kind in Basic Wash Surface Background User Colors; do
   [ -e "$data/Presets/$kind" ] && ln -s "$data/Presets/$kind" "$plug/Quenzit/Presets/$kind"
 done
