@@ -86,6 +86,17 @@ Fixture& Data(benchmark::State& state) {
     return fixture;
 }
 
+// A page's picture of row i, from its cache file or made (and cached) when there is none.
+ThumbImage PageThumb(Fixture& f, int i) {
+    ThumbImage picture;
+    if (!LoadThumbFile(f.list, i, picture)) MakeThumbFromTexture(f.list, i, picture);
+    return picture;
+}
+
+void WarmCaches(Fixture& f) {
+    for (int i = 0; i < kPage; ++i) PageThumb(f, i);
+}
+
 void BM_PageFirstVisit(benchmark::State& state) {
     Fixture& f = Data(state);
     if (!f.ready) return;
@@ -93,11 +104,7 @@ void BM_PageFirstVisit(benchmark::State& state) {
         state.PauseTiming();
         f.DropCaches();
         state.ResumeTiming();
-        for (int i = 0; i < kPage; ++i) {
-            ThumbImage picture;
-            if (!LoadThumbFile(f.list, i, picture)) MakeThumbFromTexture(f.list, i, picture);
-            benchmark::DoNotOptimize(picture.bytes.data());
-        }
+        for (int i = 0; i < kPage; ++i) benchmark::DoNotOptimize(PageThumb(f, i).bytes.data());
     }
 }
 BENCHMARK(BM_PageFirstVisit)->Unit(benchmark::kMillisecond);
@@ -105,10 +112,7 @@ BENCHMARK(BM_PageFirstVisit)->Unit(benchmark::kMillisecond);
 void BM_PageFromCache(benchmark::State& state) {
     Fixture& f = Data(state);
     if (!f.ready) return;
-    for (int i = 0; i < kPage; ++i) {
-        ThumbImage picture;
-        if (!LoadThumbFile(f.list, i, picture)) MakeThumbFromTexture(f.list, i, picture);
-    }
+    WarmCaches(f);
     for (auto _ : state)
         for (int i = 0; i < kPage; ++i) {
             ThumbImage picture;
@@ -124,10 +128,7 @@ void BM_PageLive(benchmark::State& state) {
     if (!f.ready) return;
     const uint8_t target = uint8_t(state.range(0));
     if (target == kWashTarget) PrepareUnderlay(4.0f, 2048, f.list.Folder);
-    for (int i = 0; i < kPage; ++i) {
-        ThumbImage picture;
-        if (!LoadThumbFile(f.list, i, picture)) MakeThumbFromTexture(f.list, i, picture);
-    }
+    WarmCaches(f);
     for (auto _ : state)
         for (int i = 0; i < kPage; ++i) {
             ThumbImage picture;
