@@ -62,12 +62,8 @@ bool TDrawerWindow::Create(HWND parent, int32_t left, int32_t top, int32_t width
 }
 
 LRESULT TDrawerWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_ERASEBKGND && BackBitmap) {
-        HDC source = CreateCompatibleDC(HDC(wParam));
-        HGDIOBJ old = SelectObject(source, BackBitmap);
-        BitBlt(HDC(wParam), 0, 0, Width, Height, source, 0, 0, SRCCOPY);
-        SelectObject(source, old);
-        DeleteDC(source);
+    if (message == WM_ERASEBKGND && BackBitmap && BackBitmap->Bitmap()) {
+        BackBitmap->Blit(HDC(wParam), 0, 0);
         return 0;
     }
     // Without a picture the class's black brush erases.

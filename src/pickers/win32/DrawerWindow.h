@@ -2,6 +2,8 @@
 // object that receives its messages. The drawer, its tile panel and its tiles are all one.
 #pragma once
 
+#include "controls/win32/DibSection.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -29,7 +31,7 @@ public:
     HWND Window = nullptr, Parent = nullptr;
     int32_t Width = 0, Height = 0, Left = 0, Top = 0; // size and resting place in the parent
     int32_t ControlId = 0;
-    HBITMAP BackBitmap = nullptr; // not owned: what the window erases itself with
-    uint8_t SlideState = 0;       // 0 idle, 1 opening, 255 closing
+    const DibSection* BackBitmap = nullptr; // not owned: what the window erases itself with
+    uint8_t SlideState = 0;                 // 0 idle, 1 opening, 255 closing
     float SlidePercent = 0.0f;
 };

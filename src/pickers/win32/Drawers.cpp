@@ -28,8 +28,7 @@ namespace {
 
 TDrawerPicker* TextureDrawer = nullptr;
 TDrawerPicker* ToneDrawer = nullptr;
-HBITMAP DrawerBackground = nullptr;
-uint32_t* DrawerBackgroundBits = nullptr;
+DibSection DrawerBackground;
 
 // What an opening keeps for Cancel, and which layer it serves.
 struct Opening {
@@ -48,24 +47,12 @@ HWND Dlg(HWND dialog, int id) { return GetDlgItem(dialog, id); }
 TabRecord* Tabs(HWND dialog) { return reinterpret_cast<TabRecord*>(GetWindowLongPtrA(dialog, DWLP_USER)); }
 
 // The drawers' shared picture at their size: black, right corners rounded into the face.
-void MakeBackground(HWND dialog, int32_t width, int32_t height) {
-    if (DrawerBackground) DeleteObject(DrawerBackground);
-    DrawerBackground = nullptr;
-    DrawerBackgroundBits = nullptr;
-    if (width <= 0 || height <= 0) return;
-    BITMAPINFO bi{};
-    bi.bmiHeader.biSize = sizeof bi.bmiHeader;
-    bi.bmiHeader.biWidth = width;
-    bi.bmiHeader.biHeight = -height;
-    bi.bmiHeader.biPlanes = 1;
-    bi.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    HDC dc = GetDC(dialog);
-    DrawerBackground = CreateDIBSection(dc, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
-    ReleaseDC(dialog, dc);
-    if (!DrawerBackground) return;
-    DrawerBackgroundBits = static_cast<uint32_t*>(bits);
-    PaintDrawerBackground(PixelView{DrawerBackgroundBits, width, height, width}, DialogCornerWeights(), FacePixel());
+void MakeBackground(int32_t width, int32_t height) {
+    if (width <= 0 || height <= 0 || !DrawerBackground.Resize(width, height)) {
+        DrawerBackground.Release();
+        return;
+    }
+    PaintDrawerBackground(DrawerBackground.View(), DialogCornerWeights(), FacePixel());
     GdiFlush();
 }
 
@@ -77,7 +64,7 @@ TDrawerPicker* MakeDrawer(HWND dialog, uint8_t mode, int32_t id, int32_t title, 
         delete drawer;
         return nullptr;
     }
-    drawer->BackBitmap = DrawerBackground;
+    drawer->BackBitmap = &DrawerBackground;
     drawer->SetTitle(HBITMAP(LoadImageA(ControlInstance, MAKEINTRESOURCEA(title), IMAGE_BITMAP, 0, 0, 0)));
     drawer->Initialise(name, folder.c_str(), mode);
     return drawer;
@@ -259,7 +246,7 @@ void CreateDrawers(HWND dialog) {
     RECT client{};
     GetClientRect(dialog, &client);
     const RECT area = DrawerArea(client.bottom);
-    MakeBackground(dialog, area.right, area.bottom);
+    MakeBackground(area.right, area.bottom);
     const FilterParameters& p = *gParams;
     const char* first = ViewWash == ViewCodeWashTwo && p.SecondWashExists ? p.WashFileName2 : p.WashFileName1;
     TextureDrawer =
@@ -273,7 +260,7 @@ void PlaceDrawers(HWND dialog, int32_t width, int32_t height) {
     // Every WM_SIZE comes here; only a new size costs a page of pictures.
     const TDrawerPicker* any = TextureDrawer ? TextureDrawer : ToneDrawer;
     if (any->Width == width && any->Height == height) return;
-    MakeBackground(dialog, width, height);
+    MakeBackground(width, height);
     for (TDrawerPicker* d : {TextureDrawer, ToneDrawer}) {
         if (!d) continue;
         d->Width = width, d->Height = height;
@@ -283,7 +270,7 @@ void PlaceDrawers(HWND dialog, int32_t width, int32_t height) {
         MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&now), 2);
         const int32_t x = d->SlideState ? now.left : d->Left;
         SetWindowPos(d->Window, nullptr, x, d->Top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
-        d->BackBitmap = DrawerBackground;
+        d->BackBitmap = &DrawerBackground;
         d->MoveButtons();
         d->FollowWidth();
         d->Rebuild(d->List.Folder, d->List.DrawerMode);
@@ -375,8 +362,7 @@ void DestroyDrawers() {
     ToneDrawer = nullptr;
     delete TextureDrawer;
     TextureDrawer = nullptr;
-    if (DrawerBackground) DeleteObject(DrawerBackground);
-    DrawerBackground = nullptr;
+    DrawerBackground.Release();
     ThumbProgressBar = nullptr;
     CatalogueAlertOwner = nullptr;
     UnregisterDrawerClass();
