@@ -2,7 +2,6 @@
 
 #include "online/TextureSets.h"
 #include "platform/Alert.h"
-#include "platform/CRandom.h"
 #include "platform/FolderList.h"
 #include "platform/ModulePath.h"
 #include "state/Parameters.h"
@@ -170,13 +169,6 @@ void SelectByName(Catalogue& list, const char* name) {
         list.CurrentPage = std::clamp(i / (std::max(RowsPerPage, 1) * 3), 0, std::max(list.PageCount - 1, 0));
         return;
     }
-}
-
-const TextureEntry* RandomEntry(const Catalogue& list, int64_t now) {
-    if (list.ShownCount <= 0 || list.ShownEntries.empty()) return nullptr;
-    CSeedRandom(uint32_t(uint64_t(now) * 12345678u));
-    const int32_t count = std::min(list.ShownCount, int32_t(list.ShownEntries.size()));
-    return &list.ShownEntries[size_t(CRandom() % count)];
 }
 
 std::vector<std::string> TextureSetRows() {

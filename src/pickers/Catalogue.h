@@ -59,8 +59,6 @@ void ApplyFilter(Catalogue& list, const char* category = nullptr);
 bool PassesFilter(const Catalogue& list, const TextureEntry& entry, const char* category = nullptr);
 // CurrentName = name; SelectedIndex and CurrentPage follow the first shown row of that name.
 void SelectByName(Catalogue& list, const char* name);
-// One shown row picked by the C library generator seeded with now * 12345678; null if none.
-const TextureEntry* RandomEntry(const Catalogue& list, int64_t now);
 
 // Rows of the filter combos, in order.
 std::vector<std::string> TextureSetRows(); // the two fixed rows, then TextureSets

@@ -3,7 +3,6 @@
 
 #include "common/TempPaths.h"
 #include "online/TextureSets.h"
-#include "presets/RandomEffects.h"
 
 #include <gtest/gtest.h>
 
@@ -174,7 +173,7 @@ TEST_F(CatalogueTest, ColourPresetsListedUnderEachOfTheirCategories) {
     EXPECT_EQ(shown(nullptr).size(), 5u);
 }
 
-TEST_F(CatalogueTest, PagesSelectionAndRandomPicks) {
+TEST_F(CatalogueTest, PagesAndSelection) {
     Catalogue list;
     list.AllEntries.resize(9);
     for (int i = 0; i < 9; ++i) std::snprintf(list.AllEntries[size_t(i)].Name, 33, "T%d.qzt", i);
@@ -193,15 +192,6 @@ TEST_F(CatalogueTest, PagesSelectionAndRandomPicks) {
     SelectByName(list, "Missing.qzt");
     EXPECT_EQ(list.SelectedIndex, -1);
     EXPECT_EQ(list.CurrentPage, 1); // the page stays where it was
-
-    const TextureEntry* a = RandomEntry(list, 1700000005);
-    const TextureEntry* b = RandomEntry(list, 1700000005);
-    ASSERT_NE(a, nullptr);
-    EXPECT_EQ(a, b);
-    // The repeat run picks from the same names by the same rule.
-    const std::vector<std::string> names = Names(list.ShownEntries);
-    EXPECT_EQ(a->Name, *RandomEntry(names, 1700000005));
-    EXPECT_EQ(RandomEntry(Catalogue{}, 1), nullptr);
 }
 
 } // namespace

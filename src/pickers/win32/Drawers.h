@@ -16,6 +16,7 @@ void DrawerCommand(HWND dialog, int32_t id, int32_t notification);
 void PlaceDrawers(HWND dialog, int32_t width, int32_t height);
 // Enter or leave drawer mode: OK, Cancel, the navigator, the tabs, the page, the header.
 void SetDrawerOpen(HWND dialog, bool open);
-// Auto's picks: the drawers' shown rows (with every filter as the user left it).
+// Auto's picks: the drawers' shown rows (with every filter as the user left it), from which
+// RandomEntry takes one as a drawer does.
 RandomSources DrawerRandomSources();
 void DestroyDrawers();
