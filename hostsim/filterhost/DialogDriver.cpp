@@ -471,27 +471,18 @@ std::string Run(HWND dialog, const std::string& line) {
         SendMessageA(tabs, TCM_SETCURSEL, WPARAM(n), 0);
         NMHDR note{tabs, UINT_PTR(IDC_TABS), UINT(TCN_SELCHANGE)};
         SendOrBox(dialog, dialog, WM_NOTIFY, IDC_TABS, LPARAM(&note));
-    } else if (verb == "command") {
+    } else if (verb == "command" || verb == "page-command" || verb == "drawer-command") {
+        // page-command goes straight to the shown page (a control under the preview at high
+        // dpi); drawer-command to the open drawer, answered only when handled, as a timed
+        // line needs.
         int code = 0;
-        if (!(in >> id)) return "command needs an id";
+        if (!(in >> id)) return verb + " needs an id";
         in >> code;
-        SendOrBox(dialog, dialog, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(Control(dialog, id)));
-    } else if (verb == "page-command") {
-        // Straight to the shown page: a control that lies under the preview at high dpi.
-        int code = 0;
-        if (!(in >> id)) return "page-command needs an id";
-        in >> code;
-        HWND page = Page(dialog);
-        if (!page) return "no page is shown";
-        SendOrBox(dialog, page, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(GetDlgItem(page, id)));
-    } else if (verb == "drawer-command") {
-        // Straight to the open drawer, and answered only when handled: what a timed line needs.
-        int code = 0;
-        if (!(in >> id)) return "drawer-command needs an id";
-        in >> code;
-        HWND drawer = OpenDrawer(dialog);
-        if (!drawer) return "no drawer is open";
-        SendOrBox(dialog, drawer, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(Control(dialog, id)));
+        const bool page = verb == "page-command";
+        HWND target = verb == "command" ? dialog : page ? Page(dialog) : OpenDrawer(dialog);
+        if (!target) return page ? "no page is shown" : "no drawer is open";
+        HWND control = page ? GetDlgItem(target, id) : Control(dialog, id);
+        SendOrBox(dialog, target, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(control));
     } else if (verb == "click") {
         if (!(in >> id)) return "click needs an id";
         HWND w = Control(dialog, id);
